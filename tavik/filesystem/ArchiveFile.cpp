@@ -1,0 +1,43 @@
+#include <tavik/filesystem/ArchiveFile.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Tavik::FileSystem {
+
+namespace {
+
+// O_NONBLOCK changes nothing for regular files, and keeps a pipe from blocking until somebody writes to it.
+std::FILE* openWithoutWaiting(const char* path)
+{
+    const int descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    std::FILE* file = fdopen(descriptor, "rb");
+    if (file == nullptr) {
+        close(descriptor);
+    }
+    return file;
+}
+
+} // namespace
+
+ArchiveFile openArchive(const std::string& path, std::uint64_t& size)
+{
+    size = 0;
+    ArchiveFile file(openWithoutWaiting(path.c_str()));
+    if (file == nullptr) {
+        std::printf("could not open <%s>\n", path.c_str());
+        std::perror("fopen");
+        return file;
+    }
+    struct stat status = {};
+    if (fstat(fileno(file.get()), &status) == 0 && S_ISREG(status.st_mode)) {
+        size = static_cast<std::uint64_t>(status.st_size);
+    }
+    return file;
+}
+
+} // namespace Tavik::FileSystem
