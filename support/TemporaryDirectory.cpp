@@ -7,8 +7,7 @@
 
 namespace Tavik::Support {
 
-TemporaryDirectory::TemporaryDirectory()
-    : mPath((std::filesystem::temp_directory_path() / "tavik-XXXXXX").string())
+TemporaryDirectory::TemporaryDirectory() : mPath((std::filesystem::temp_directory_path() / "tavik-XXXXXX").string())
 {
     if (mkdtemp(mPath.data()) == nullptr) {
         std::perror("mkdtemp");

@@ -51,7 +51,8 @@ public:
         Matrix4 result;
         for (std::size_t column = 0; column < ElementCount; column += 4) {
             for (std::size_t row = 0; row < 4; ++row) {
-                result.mElements[column + row] = combineRow(row, b[column], b[column + 1], b[column + 2], b[column + 3]);
+                result.mElements[column + row] =
+                    combineRow(row, b[column], b[column + 1], b[column + 2], b[column + 3]);
             }
         }
         return result;
