@@ -8,7 +8,8 @@ namespace Tavik::FileSystem {
 
 namespace {
 
-constexpr std::size_t InputSize = std::size_t{64} * 1024;
+// Each refill costs a copy of the history, as each piece of output does; less than this shows in the time.
+constexpr std::size_t InputSize = std::size_t{256} * 1024;
 
 // The shortest codes, one bit each for a length of 258 and its distance, give 258 bytes for two bits.
 constexpr std::uint64_t MaximumExpansion = 1032;
