@@ -1,0 +1,62 @@
+#include <tavik/opengl/StandardPrograms.h>
+
+#include <tavik/opengl/BuiltinShaders.h>
+
+namespace Tavik::OpenGL {
+
+std::vector<StandardProgram> standardPrograms()
+{
+    const ShaderSource none = {nullptr, 0};
+    const ShaderSource primitiveColor = {ShaderPrimitiveColor_vert, ShaderPrimitiveColor_vert_len};
+    const ShaderSource line = {ShaderLine_vert, ShaderLine_vert_len};
+    const ShaderSource lineColor = {ShaderLineColor_vert, ShaderLineColor_vert_len};
+    const ShaderSource segments = {ShaderLine_geom, ShaderLine_geom_len};
+    const ShaderSource polylines = {ShaderLineAdjacency_geom, ShaderLineAdjacency_geom_len};
+    const ShaderSource lineFragment = {ShaderLine_frag, ShaderLine_frag_len};
+
+    const AttributeLocation vertex = {"vertex", 0};
+    const AttributeLocation vertexUV = {"vertexUV", 2};
+    const AttributeLocation normals = {"normals", 3};
+    const AttributeLocation color = {"color", 4};
+    const AttributeLocation position = {"position", 5};
+
+    return {
+        {1,
+         {ShaderPrimitive_vert, ShaderPrimitive_vert_len},
+         {ShaderPrimitive_frag, ShaderPrimitive_frag_len},
+         none,
+         {vertex, color}},
+        {11, primitiveColor, {ShaderPolygon_frag, ShaderPolygon_frag_len}, none, {vertex}},
+        {2, primitiveColor, {ShaderPrimitiveColor_frag, ShaderPrimitiveColor_frag_len}, none, {vertex}},
+        {3,
+         {ShaderTexture_vert, ShaderTexture_vert_len},
+         {ShaderTexture_frag, ShaderTexture_frag_len},
+         none,
+         {vertex, vertexUV}},
+        {4,
+         {ShaderTextureTerrain_vert, ShaderTextureTerrain_vert_len},
+         {ShaderTextureTerrain_frag, ShaderTextureTerrain_frag_len},
+         none,
+         {vertex, vertexUV, normals}},
+        {7,
+         {ShaderVectorFont_vert, ShaderVectorFont_vert_len},
+         {ShaderVectorFont_frag, ShaderVectorFont_frag_len},
+         none,
+         {vertex}},
+        {5,
+         {ShaderTextureFont_vert, ShaderTextureFont_vert_len},
+         {ShaderTextureFont_frag, ShaderTextureFont_frag_len},
+         none,
+         {vertex, vertexUV}},
+        {6,
+         {ShaderTextureFontSdf_vert, ShaderTextureFontSdf_vert_len},
+         {ShaderTextureFontSdf_frag, ShaderTextureFontSdf_frag_len},
+         none,
+         {vertex, vertexUV}},
+        {8, line, lineFragment, segments, {vertex, position}},
+        {9, line, lineFragment, polylines, {vertex, position}},
+        {10, lineColor, lineFragment, polylines, {vertex, color, position}},
+    };
+}
+
+} // namespace Tavik::OpenGL

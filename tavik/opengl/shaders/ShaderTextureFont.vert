@@ -1,0 +1,18 @@
+#version 330 core
+
+in vec4 vertex;
+in vec2 vertexUV;
+
+uniform mat4 mvp;
+uniform vec4 color;
+uniform vec3 offset; // where the glyph stands, in the units of vertex
+
+out vec4 fragmentColor;
+out vec2 UV;
+
+void main()
+{
+    gl_Position = mvp * vec4(vertex.xyz + offset, vertex.w);
+    fragmentColor = color;
+    UV = vertexUV;
+}
