@@ -198,7 +198,7 @@ TEST(PlaneGeometry, WindingDirection)
         {"clockwise", UnitSquare, true},
         {"counter-clockwise", CounterClockwise, false},
         {"clockwise only by the closing edge", {{0, -5}, {3, 7}, {4, -9}}, true},
-        {"small and far away", {{4000000, 4000000}, {4000000.5, 4000000}, {4000000.5, 4000000.5}}, false},
+        {"small and far away", {{6000000, 6000000}, {6000000.5, 6000000}, {6000000.5, 6000000.5}}, false},
         {"without area", {{0, 0}, {2, 5}}, true},
         {"empty", {}, true},
     };
