@@ -85,9 +85,14 @@ GlHandler::GlHandler() : mActiveShader(UnknownShader)
     glSlVersion();
 }
 
+bool GlHandler::isLoaded() const
+{
+    return isOpenGlLoaded();
+}
+
 void GlHandler::initStandardShaders()
 {
-    if (!isOpenGlLoaded()) {
+    if (!isLoaded()) {
         return;
     }
     for (const StandardProgram& standard : standardPrograms()) {

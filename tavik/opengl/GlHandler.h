@@ -58,6 +58,9 @@ public:
     GlHandler(const GlHandler&) = delete;
     GlHandler& operator=(const GlHandler&) = delete;
 
+    /// Whether OpenGL could be loaded; while not, nothing is drawn.
+    bool isLoaded() const;
+
     /// Builds the standard programs; has been done by instance(). An identifier that is already taken is left alone.
     void initStandardShaders();
 

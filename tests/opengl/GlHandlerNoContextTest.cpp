@@ -1,4 +1,9 @@
 #include <tavik/opengl/GlHandler.h>
+#include <tavik/opengl/LineLoops.h>
+#include <tavik/opengl/LineStrips.h>
+#include <tavik/opengl/LineStripsSimple.h>
+#include <tavik/opengl/Lines.h>
+#include <tavik/opengl/MatrixStack.h>
 #include <tavik/opengl/Shader.h>
 
 #include <gtest/gtest.h>
@@ -32,5 +37,24 @@ TEST(GlHandlerNoContext, EverythingIsWithoutEffectAndAlive)
     EXPECT_TRUE(program.use(true));
     EXPECT_EQ(program.uniformLocation("mvp"), -1);
     program.info();
+
+    MatrixActivate();
+    const std::vector<Tavik::Math::Vector2<float>> points = {{0.0f, 0.0f}, {1.0f, 1.0f}};
+    LineStrips strips;
+    strips.addLineStrip(points);
+    strips.init();
+    strips.setData();
+    strips.calcPositions();
+    strips.render(-1);
+    LineStripsSimple simple;
+    simple.addLineStrip(points);
+    simple.render(-1);
+    LineLoops loops;
+    loops.addLineLoop(points);
+    loops.render(1.0);
+    Lines lines;
+    lines.setRect(1, 1);
+    lines.render();
+    lines.clear();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <tavik/Export.h>
+
+#include <cstddef>
+#include <utility>
+
+namespace Tavik::OpenGL {
+
+/// Owner of one OpenGL buffer, for drawables; applications have no need of it.
+///
+/// It may live before there is a context: the buffer is created with its first contents. It is deleted with its owner,
+/// for which the same context must be current, or none. Rendering thread only.
+class TAVIK_API BufferObject
+{
+public:
+    BufferObject() = default;
+    ~BufferObject() { clear(); }
+
+    BufferObject(BufferObject&& other) noexcept : mName(std::exchange(other.mName, 0)) {}
+    BufferObject& operator=(BufferObject&& other) noexcept
+    {
+        std::swap(mName, other.mName);
+        return *this;
+    }
+
+    /// OpenGL's name, 0 until there are contents.
+    unsigned int name() const { return mName; }
+
+    /// Replaces the contents and leaves the buffer bound as array buffer.
+    /// @param size  bytes at data
+    void uploadVertices(const void* data, std::size_t size);
+
+    /// Replaces the contents and leaves the buffer bound as element buffer of the vertex array that is bound.
+    void uploadIndices(const void* data, std::size_t size);
+
+    /// Deletes the buffer; the next upload starts afresh.
+    void clear();
+
+private:
+    void upload(unsigned int target, const void* data, std::size_t size);
+
+    unsigned int mName = 0;
+};
+
+} // namespace Tavik::OpenGL

@@ -1,0 +1,67 @@
+#include <tavik/opengl/LineStrips.h>
+
+#include <tavik/opengl/GlHandler.h>
+#include <tavik/opengl/LineDrawing.h>
+#include <tavik/opengl/StandardPrograms.h>
+
+#include <GL/glew.h>
+
+namespace Tavik::OpenGL {
+
+void LineStrips::addLineStrip(const std::vector<Math::Vector2<float>>& points)
+{
+    mGeometry.addPoints(points);
+    mGeometry.endStrip();
+}
+
+void LineStrips::addLineStrip(const std::vector<Math::Vector3<float>>& points)
+{
+    mGeometry.addPoints(points);
+    mGeometry.endStrip();
+}
+
+void LineStrips::addLineStrip(const std::vector<Math::Vector4<float>>& points)
+{
+    mGeometry.addPoints(points);
+    mGeometry.endStrip();
+}
+
+void LineStrips::init()
+{
+    mBuffers.upload(mGeometry);
+}
+
+void LineStrips::setData()
+{
+    mGeometry.calcPositions();
+    mGeometry.expandIndices();
+    mBuffers.upload(mGeometry);
+    mGeometry.setUploaded();
+}
+
+void LineStrips::calcPositions()
+{
+    mGeometry.calcPositions();
+    mBuffers.uploadPositions(mGeometry);
+}
+
+void LineStrips::render(int count)
+{
+    GlHandler::clearError();
+    if (mGeometry.indices().size() < 2 || !GlHandler::instance().isLoaded()) {
+        return;
+    }
+    if (mGeometry.isDirty()) {
+        setData();
+    } else if (!mBuffers.exist()) {
+        init();
+    }
+    const bool oneColor = !mUseMultiColor || !mGeometry.hasColors();
+    beginLines(oneColor ? PolylineProgram : PolylineColorProgram, mStyle, oneColor);
+    mBuffers.bind();
+    drawStrips(GL_LINE_STRIP_ADJACENCY, StripSeparator, count, mGeometry.indices().size());
+    GlHandler::checkError("LineStrips", "void Tavik::OpenGL::LineStrips::render(int)");
+    endLines();
+}
+
+} // namespace Tavik::OpenGL

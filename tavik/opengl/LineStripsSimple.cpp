@@ -1,0 +1,60 @@
+#include <tavik/opengl/LineStripsSimple.h>
+
+#include <tavik/opengl/GlHandler.h>
+#include <tavik/opengl/LineDrawing.h>
+#include <tavik/opengl/StandardPrograms.h>
+
+#include <GL/glew.h>
+
+namespace Tavik::OpenGL {
+
+void LineStripsSimple::addLineStrip(const std::vector<Math::Vector2<float>>& points)
+{
+    mGeometry.addPoints(points);
+    mGeometry.endStrip();
+}
+
+void LineStripsSimple::addLineStrip(const std::vector<Math::Vector3<float>>& points)
+{
+    mGeometry.addPoints(points);
+    mGeometry.endStrip();
+}
+
+void LineStripsSimple::addLineStrip(const std::vector<Math::Vector4<float>>& points)
+{
+    mGeometry.addPoints(points);
+    mGeometry.endStrip();
+}
+
+void LineStripsSimple::init()
+{
+    mBuffers.upload(mGeometry);
+}
+
+void LineStripsSimple::setData()
+{
+    mGeometry.dropStrayIndices();
+    mBuffers.upload(mGeometry);
+    mGeometry.setUploaded();
+}
+
+void LineStripsSimple::render(int count)
+{
+    GlHandler::clearError();
+    if (mGeometry.indices().size() < 2 || !GlHandler::instance().isLoaded()) {
+        return;
+    }
+    if (mGeometry.isDirty()) {
+        setData();
+    } else if (!mBuffers.exist()) {
+        init();
+    }
+    const bool oneColor = !mUseMultiColor || !mGeometry.hasColors();
+    beginLines(oneColor ? OneColorProgram : VertexColorProgram, mStyle, oneColor);
+    mBuffers.bind();
+    drawStrips(GL_LINE_STRIP, StripSeparator, count, mGeometry.indices().size());
+    GlHandler::checkError("LineStripsSimple", "void Tavik::OpenGL::LineStripsSimple::render(int)");
+    endLines();
+}
+
+} // namespace Tavik::OpenGL
