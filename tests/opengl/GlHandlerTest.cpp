@@ -291,6 +291,17 @@ TEST_F(GlHandlerTest, ErrorsArePrintedWithCallAndFunction)
     int linked = 1;
     glGetProgramiv(empty, GL_LINK_STATUS, &linked);
     EXPECT_EQ(linked, 0);
+    gl.activateShader(2);
+    const unsigned int linkedProgram = gl.activeShaderHandle();
+    gl.deactivateShader();
+    glUseProgram(linkedProgram);
+    for (int i = 0; i < 2; ++i) { // what failed is not remembered
+        CaptureStdout();
+        gl.setIntVar("y", 1);
+        EXPECT_EQ(GetCapturedStdout(),
+                  "Error <glUniform1i> <void Tavik::OpenGL::ShaderProgram::setIntVar(std::string, int)> 1282\n");
+    }
+    glUseProgram(0);
 }
 
 TEST_F(GlHandlerTest, FailuresPrintOpenGlsLog)

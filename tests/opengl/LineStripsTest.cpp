@@ -196,6 +196,14 @@ TEST_F(LineStripsTest, RepeatedAndBrokenPointsLeaveNoTrace)
     EXPECT_FALSE(isLit(interrupted, 91, 27));
 }
 
+TEST_F(LineStripsTest, JointsAreClosedByBothSegments)
+{
+    const Picture corner = strips({{{20.0f, 30.0f}, {90.0f, 30.0f}, {90.0f, 100.0f}}}, 20.0f, true);
+    // Half white, over the background at first and over itself the second time.
+    EXPECT_NEAR(at(corner, 50, 29)[0], (255 + 51) / 2.0, 1);
+    EXPECT_NEAR(at(corner, 91, 28)[0], (255 + 153) / 2.0, 3);
+}
+
 TEST_F(LineStripsTest, BrokenPointsDoNotSpoilTheStipple)
 {
     LineStrips lines = hardEdged(4.0f);
@@ -257,7 +265,7 @@ TEST_F(LineStripsTest, SimpleStripsAreHairlines)
     lines.setRect(100, 60);
     const Picture z = picture([&] { lines.render(-1); });
     EXPECT_GT(litPixels(z, 48, 28, 52, 32), 0) << "three corners in the first strip, nothing in the second";
-    EXPECT_FALSE(isLit(z, 100, 30));
+    EXPECT_EQ(litPixels(z, 73, 43, 77, 47), 0) << "nor a line to where there is no vertex";
 
     lines.clearVertex();
     lines.addVertex(Vector2<float>(0.0f, 64.5f), Red);

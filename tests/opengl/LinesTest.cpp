@@ -53,15 +53,17 @@ TEST_F(LineLoopsTest, ScaleMeasuresTheStippleAnew)
     const std::string once = std::string(8, '#') + std::string(24, '.');
     const std::string twice = std::string(16, '#') + std::string(44, '.');
     EXPECT_EQ(row(picture([&] { loops.render(1.0); }), 20, 0, 60), (once + once).substr(0, 60));
-    MatrixScale(2.0, 1.0, 1.0);
     struct Case
     {
+        double zoom; // on top of that of the case before
         double scale;
         const std::string& expected;
     };
     const std::string measured = (once + once).substr(0, 60);
     // Until the first change the stored scale is 0, whatever the first drawing was called with.
-    for (const Case& c : {Case{0.0, twice}, Case{0.0009, twice}, Case{0.002, measured}}) {
+    for (const Case& c :
+         {Case{2.0, 0.0, twice}, Case{1.0, 0.0009, twice}, Case{1.0, 0.002, measured}, Case{2.0, 0.0025, twice}}) {
+        MatrixScale(c.zoom, 1.0, 1.0);
         EXPECT_EQ(row(picture([&] { loops.render(c.scale); }), 20, 0, 60), c.expected) << c.scale;
     }
 }
@@ -109,6 +111,38 @@ TEST_F(LinesTest, AntiAliasingBlends)
     EXPECT_LT(at(soft, 64, 55)[0], at(soft, 64, 58)[0]);
     lines.setAntiAlias(false);
     EXPECT_EQ(at(picture([&] { lines.render(); }), 64, 55), White);
+}
+
+TEST_F(LinesTest, NoObjectsAreLeftBehind)
+{
+    const auto objectCount = [] {
+        int count = 0;
+        for (unsigned int name = 1; name < 1000; ++name) {
+            count += (glIsBuffer(name) == GL_TRUE ? 1 : 0) + (glIsVertexArray(name) == GL_TRUE ? 1 : 0);
+        }
+        return count;
+    };
+    const int before = objectCount();
+    {
+        LineStrips strips;
+        strips.addVertex(Vector2<float>(10.0f, 20.0f), {1.0f, 0.0f, 0.0f, 1.0f});
+        strips.addVertex(Vector2<float>(90.0f, 20.0f), {1.0f, 0.0f, 0.0f, 1.0f});
+        Lines lines;
+        lines.setRect(20, 20);
+        picture([&] {
+            strips.render(-1);
+            lines.render();
+        });
+        EXPECT_EQ(objectCount(), before + 5 + 2);
+        strips.clear();
+        lines.clear();
+        EXPECT_EQ(objectCount(), before);
+        picture([&] {
+            strips.render(-1);
+            lines.render();
+        });
+    }
+    EXPECT_EQ(objectCount(), before);
 }
 
 TEST_F(LinesTest, ErrorsOfDrawingArePrintedOnce)
