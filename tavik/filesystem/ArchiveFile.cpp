@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 namespace Tavik::FileSystem {
 
 namespace {
@@ -29,7 +31,9 @@ ArchiveFile openArchive(const std::string& path, std::uint64_t& size)
     size = 0;
     ArchiveFile file(openWithoutWaiting(path.c_str()));
     if (file == nullptr) {
+        const int reason = errno; // which printing may replace
         std::printf("could not open <%s>\n", path.c_str());
+        errno = reason;
         std::perror("fopen");
         return file;
     }

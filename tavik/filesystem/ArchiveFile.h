@@ -12,13 +12,13 @@ struct CloseFile
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-/// An archive open for reading, closed when it goes.
+/// An archive open for reading, closed when it goes. For the library's own sources only.
 using ArchiveFile = std::unique_ptr<std::FILE, CloseFile>;
 
 /// Opens an archive and tells its size in bytes.
 ///
-/// Prints "could not open <path>" and the system's reason on failure. A directory, pipe or device is an archive of
-/// size 0, and opening a pipe does not wait for a writer.
+/// On failure prints "could not open <path>" to standard output and the system's reason to standard error. A directory,
+/// pipe or device is an archive of size 0, and opening a pipe does not wait for a writer.
 ArchiveFile openArchive(const std::string& path, std::uint64_t& size);
 
 } // namespace Tavik::FileSystem

@@ -14,11 +14,9 @@ namespace Tavik::FileSystem {
 
 namespace {
 
-// Every level keeps a descriptor open; the usual limit of a process is 1024 of them.
-constexpr std::size_t MaximumDepth = 256;
-
 // A few directories that link to each other form no endless path, yet as many paths as there are orders to visit them.
-constexpr int MaximumLinks = 4096;
+// Links that are not reached through another link cannot do so, and are not counted.
+constexpr int MaximumNestedLinks = 4096;
 
 struct CloseDirectory
 {
@@ -33,19 +31,30 @@ public:
 
     void list(const std::string& path)
     {
-        const std::unique_ptr<DIR, CloseDirectory> directory(opendir(path.c_str()));
+        std::unique_ptr<DIR, CloseDirectory> directory(opendir(path.c_str()));
         if (directory == nullptr || !enter(directory.get())) {
             return;
         }
+        std::vector<Entry> entries;
         while (const dirent* entry = readdir(directory.get())) {
             if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0) {
-                add(path + "/" + entry->d_name, entry->d_type);
+                entries.push_back({entry->d_name, entry->d_type});
             }
+        }
+        directory.reset(); // before descending: a process may have few descriptors, and a tree many levels
+        for (const Entry& entry : entries) {
+            add(path + "/" + entry.name, entry.type);
         }
         mAncestors.pop_back();
     }
 
 private:
+    struct Entry
+    {
+        std::string name;
+        unsigned char type; // as readdir tells it
+    };
+
     struct Identity
     {
         dev_t device;
@@ -53,11 +62,11 @@ private:
         bool operator==(const Identity& other) const { return device == other.device && inode == other.inode; }
     };
 
-    /// Puts the directory on the path from the top of the listing; false when it is there already or the path is full.
+    /// Puts the directory on the path from the top of the listing; false when it is there already.
     bool enter(DIR* directory)
     {
         struct stat status = {};
-        if (mAncestors.size() >= MaximumDepth || fstat(dirfd(directory), &status) != 0) {
+        if (fstat(dirfd(directory), &status) != 0) {
             return false;
         }
         const Identity identity = {status.st_dev, status.st_ino};
@@ -68,8 +77,7 @@ private:
         return true;
     }
 
-    /// @param type  as readdir tells it; most file systems do, for nothing, while stat costs as much as opening the
-    /// file
+    /// Most file systems tell the type for nothing, while stat costs as much as opening the file.
     void add(std::string path, unsigned char type)
     {
         if (!mRecursive) {
@@ -86,15 +94,20 @@ private:
         }
         if (type != DT_DIR) {
             mEntries.push_back(std::move(path));
-        } else if (!link || ++mLinksFollowed <= MaximumLinks) {
+        } else if (!link) {
             list(path);
+        } else if (mLinksOnPath == 0 || ++mNestedLinks <= MaximumNestedLinks) {
+            ++mLinksOnPath;
+            list(path);
+            --mLinksOnPath;
         }
     }
 
     bool mRecursive;
     std::vector<std::string>& mEntries;
     std::vector<Identity> mAncestors;
-    int mLinksFollowed = 0;
+    int mLinksOnPath = 0;
+    int mNestedLinks = 0; // followed in the whole listing
 };
 
 } // namespace
@@ -122,6 +135,11 @@ std::vector<std::string> Directory::entryList(bool recursive)
 void Directory::readDirectory(const std::string& path, bool recursive)
 {
     Walk(recursive, mEntries).list(path);
+}
+
+const std::vector<std::string>& Directory::entries() const
+{
+    return mEntries;
 }
 
 std::string Directory::extractPathFomFile(const std::string& file)

@@ -33,13 +33,15 @@ public:
     ///         entries; empty when the directory cannot be read
     std::vector<std::string> entryList(bool recursive);
 
-    /// Appends the entries of one directory to the list that entryList returns; a directory that cannot be read adds
-    /// none.
+    /// Appends the entries of one directory to entries(); a directory that cannot be read adds none.
     ///
     /// A link to a directory counts as that directory and is descended into. One that leads back to a directory being
-    /// listed is left out, and one listing follows at most 4096 links and 256 levels, so that links that point at
-    /// each other end.
+    /// listed is left out, and of the links that are reached through other links one listing follows 4096 at most, so
+    /// that links that point at each other end.
     void readDirectory(const std::string& path, bool recursive);
+
+    /// What has been listed: entryList starts anew, readDirectory appends.
+    const std::vector<std::string>& entries() const;
 
     /// The directory part of a file's path: the text before its last '/', empty when there is none.
     static std::string extractPathFomFile(const std::string& file);

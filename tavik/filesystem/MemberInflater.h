@@ -12,7 +12,8 @@
 
 namespace Tavik::FileSystem {
 
-/// Inflates one member of an archive piece by piece, so that the pieces can be used while they are in the cache.
+/// Inflates one member of an archive piece by piece, so that the pieces can be used while they are in the cache. For
+/// the library's own sources only.
 ///
 ///     MemberInflater inflater(path, archive.members().front());
 ///     while (const std::size_t length = inflater.read(piece, sizeof piece)) { ... }
@@ -22,7 +23,7 @@ namespace Tavik::FileSystem {
 class MemberInflater
 {
 public:
-    /// Opens the archive; prints "could not open <path>" and the system's reason on failure.
+    /// Opens the archive; on failure prints as openArchive does.
     MemberInflater(const std::string& archivePath, const ZipFile::FileData& member);
     ~MemberInflater();
 

@@ -32,6 +32,21 @@ bool skip(std::FILE* file, unsigned int length)
     return length == 0 || Buffer(ZipFile::getData(file, length)) != nullptr;
 }
 
+/// A number of so many bytes; 0 where the file ends first.
+template <std::size_t Length>
+unsigned int littleEndian(std::FILE* file)
+{
+    unsigned char bytes[Length] = {};
+    if (std::fread(bytes, 1, Length, file) != Length) {
+        return 0;
+    }
+    unsigned int value = 0;
+    for (std::size_t i = Length; i-- > 0;) {
+        value = value << 8 | bytes[i];
+    }
+    return value;
+}
+
 } // namespace
 
 ZipFile::ZipFile(const std::string& path) : mPath(path) {}
@@ -156,17 +171,12 @@ unsigned char* ZipFile::readFileContent(FileData& data, unsigned int& size)
 
 unsigned int ZipFile::getUInt(std::FILE* file)
 {
-    const unsigned int low = getUShort(file);
-    return low | static_cast<unsigned int>(getUShort(file)) << 16;
+    return littleEndian<4>(file);
 }
 
 unsigned short ZipFile::getUShort(std::FILE* file)
 {
-    unsigned char bytes[2] = {};
-    if (std::fread(bytes, 1, sizeof bytes, file) != sizeof bytes) {
-        return 0;
-    }
-    return static_cast<unsigned short>(bytes[0] | bytes[1] << 8);
+    return static_cast<unsigned short>(littleEndian<2>(file));
 }
 
 std::string ZipFile::getString(std::FILE* file, unsigned int length)

@@ -47,7 +47,8 @@ public:
     bool exists() const;
 
     /// Reads all local headers. The other calls do so once when they need them; an archive that could not be read is
-    /// not tried again. Prints "could not open <path>" and the system's reason where the archive cannot be opened.
+    /// not tried again. Where the archive cannot be opened, prints "could not open <path>" to standard output and the
+    /// system's reason to standard error.
     void readAllHeaders();
 
     /// Number of members read by readAllHeaders so far; reads nothing itself.
@@ -72,7 +73,8 @@ public:
     /// Contents of a member, as from readFile.
     ///
     /// Data that end early are filled up with zeros to the size the archive promises; data that go on beyond it, end in
-    /// the middle or could never become as large (deflate shrinks by 1032 at most) give null.
+    /// the middle or could never become as large (deflate shrinks by 1032 at most) give null. Prints as readAllHeaders
+    /// does where the archive cannot be opened.
     unsigned char* readFileContent(FileData& data, unsigned int& size);
 
     /// Little-endian numbers from the file's current position; 0 where the file ends first.

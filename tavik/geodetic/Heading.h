@@ -26,7 +26,8 @@ inline double normalizeHeading(double heading)
     if (heading > 360.0) {
         heading = heading - 360.0 * truncateToInt32((heading - 360.0) / 360.0 + 1.0);
     }
-    return heading;
+    // The quotient of a heading just below a whole number of turns rounds up, and one turn too many is taken off.
+    return heading < 0.0 ? 0.0 : heading;
 }
 
 /// Difference of two normalised headings folded once into [-180, 180]; -180 and 180 both stay.

@@ -33,7 +33,7 @@ public:
     /// Crossing of the infinite lines.
     /// @param ok  set to false when the lines are parallel: the determinant of their directions, which is the product
     ///            of both lengths and the sine of the angle between them, is less than 1e-6. Scale very short segments
-    ///            up. Lines with NaN coordinates or a determinant that overflows answer (0, 0) with ok true.
+    ///            up. NaN coordinates answer (0, 0) with ok true; infinite ones have no meaningful answer.
     /// @return the crossing; without meaning when ok is false
     Vector2<double> crossLine(const Line& other, bool& ok) const;
 

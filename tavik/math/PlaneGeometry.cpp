@@ -90,15 +90,16 @@ void getParallelLine(Vector2<float> a, Vector2<float> b, double distance, int si
 
 void getInnerCross(Vector2<float> a, Vector2<float> b, Vector2<float> c, double distance, int side, Vector2<float>& out)
 {
-    Vector2<float> a1;
-    Vector2<float> a2;
-    Vector2<float> b1;
-    Vector2<float> b2;
-    getParallelLine(a, b, distance, side, a1, a2);
-    getParallelLine(b, c, distance, side, b1, b2);
-    double tA = 0.0;
-    double tB = 0.0;
-    crossLines(a1, a2, b1, b2, out, tA, tB);
+    // With the directions of the segments themselves: those of moved ends, rounded to single precision, would make
+    // parallel lines cross somewhere.
+    const Vector2<double> ab = toDouble(b) - toDouble(a);
+    const Vector2<double> bc = toDouble(c) - toDouble(b);
+    const Vector2<double> movedA = toDouble(a) + sidewaysOffset(toDouble(a), toDouble(b), distance, side);
+    const Vector2<double> movedB = toDouble(b) + sidewaysOffset(toDouble(b), toDouble(c), distance, side);
+    const std::optional<LineCrossing> crossing = crossInfiniteLines(movedA, ab, movedB, bc);
+    if (crossing) {
+        out = toFloat(movedA + crossing->tA * ab);
+    }
 }
 
 bool pointInPolygon(Vector2<double> p, const std::vector<Vector2<double>>& polygon)

@@ -27,7 +27,7 @@ namespace Tavik::Math {
 /// @return true when both segments contain the crossing, ends included. False with all outputs untouched when the
 ///         lines are parallel, a segment has no length, or a coordinate is NaN. Only a determinant of exactly zero
 ///         counts as parallel: lines that are parallel but for rounding cross somewhere far away. Infinite coordinates
-///         answer false and may leave NaN in the outputs.
+///         have no meaningful answer.
 TAVIK_API bool crossLines(Vector2<double> a1, Vector2<double> a2, Vector2<double> b1, Vector2<double> b2,
                           Vector2<double>& point, double& tA, double& tB);
 
@@ -40,16 +40,16 @@ TAVIK_API bool crossLines(Vector2<float> a1, Vector2<float> a2, Vector2<float> b
 /// Both ends move by the same vector of the given length. It is not perpendicular: it stands at 116.62 degrees to the
 /// direction from a to b, so the distance between the two lines is 0.894 of the given one.
 /// @param distance   length of the offset in the unit of the points; negative for the opposite direction
-/// @param side       0: the vector is turned 116.62 degrees counter-clockwise, to the left; else clockwise, to the
-/// right
+/// @param side       0: the vector is turned 116.62 degrees counter-clockwise, to the left; else as far clockwise, to
+///                   the right
 /// @param outA,outB  moved ends; NaN when a and b coincide
 TAVIK_API void getParallelLine(Vector2<float> a, Vector2<float> b, double distance, int side, Vector2<float>& outA,
                                Vector2<float>& outB);
 
 /// Corner of a polyline a, b, c that has been moved sideways: the crossing of both segments moved as by
 /// getParallelLine().
-/// @param out  corner; untouched when the moved lines are parallel or a segment has no length. Segments that are
-///             parallel but for rounding have a corner anywhere along them.
+/// @param out  corner; untouched when the segments are parallel or one has no length. Segments that are parallel but
+///             for rounding have a corner anywhere along them.
 TAVIK_API void getInnerCross(Vector2<float> a, Vector2<float> b, Vector2<float> c, double distance, int side,
                              Vector2<float>& out);
 
@@ -63,12 +63,13 @@ TAVIK_API bool pointInPolygon(Vector2<double> p, const std::vector<Vector2<doubl
 /// Angle between two vectors, regardless of its direction.
 ///
 /// Single precision up to the arc cosine. Measured errors: 0.05 degrees near 0 and 180, 0.001 degrees from 1 to 179.
-/// @return degrees in [0, 180]; NaN when a vector has no length or its square overflows
+/// @return degrees in [0, 180]; NaN when a vector has no length, and NaN or meaningless when a square leaves the range
+///         of single precision (components beyond 1e19 or all below 1e-19)
 TAVIK_API double angle(Vector2<float> a, Vector2<float> b);
 
 /// Whether the vertices of a polygon run clockwise (y up). Sums in double precision for either type.
 /// @param points  vertices; the last one is joined to the first
-/// @return true when clockwise, and for fewer than three points, polygons without area, and NaN
+/// @return true when clockwise, and for fewer than three points, polygons without area (but for rounding), and NaN
 TAVIK_API bool getWindingDirection(const std::vector<Vector2<float>>& points);
 TAVIK_API bool getWindingDirection(const std::vector<Vector2<double>>& points);
 

@@ -38,7 +38,7 @@ struct Vector2
 
     T length() const { return std::sqrt(dot(*this)); }
 
-    /// This vector divided by its length; NaN components when the length is zero.
+    /// This vector divided by its length; not finite when the length is, or rounds to, zero.
     Vector2 normalized() const { return *this / length(); }
 };
 

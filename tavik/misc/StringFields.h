@@ -4,13 +4,12 @@
 
 #include <string>
 
+/// Texts of fields with separators between them: "a,b,c" with the delimiters "," has the fields a, b and c.
+///
+/// Each character of the delimiters ends a field, and the next one starts as many characters further on as there are
+/// delimiters. With one delimiter this is the usual rule; with more, such as ", ", the whole separator is passed over.
+/// Safe from any thread.
 namespace Tavik::Misc {
-
-// Texts of fields with separators between them: "a,b,c" with the delimiters "," has the fields a, b and c.
-//
-// Each character of the delimiters ends a field, and the next one starts as many characters further on as there are
-// delimiters. With one delimiter this is the usual rule; with more, such as ", ", the whole separator is passed over.
-// Safe from any thread.
 
 /// Number of separators, one less than there are fields; 0 when either text is empty.
 TAVIK_API int StringCount(const std::string& text, const std::string& delimiters);

@@ -13,7 +13,7 @@ namespace Tavik::Misc {
 ///         ...
 ///     } // prints "load : 12.5 ms"
 ///
-/// The line goes to std::cout at once and in default formatting (six significant digits), whatever the stream is set
+/// The line goes to std::cout in default formatting (six significant digits), whatever the stream is set
 /// to. Time is the wall clock: setting the clock meanwhile shows in the result.
 class TAVIK_API Timer
 {

@@ -75,6 +75,26 @@ TEST_F(DirectoryTest, LinksThatBranchEnd)
     }
 }
 
+TEST_F(DirectoryTest, ManyLinksAndLevelsAreNoCircle)
+{
+    makeFile("store/file");
+    for (int i = 0; i < 4200; ++i) {
+        fs::create_directory_symlink("store", below(std::to_string(i)));
+    }
+    Directory directory(mDirectory.path());
+    EXPECT_EQ(directory.entryList(true).size(), 4201u);
+
+    std::string deep = "d";
+    for (int level = 1; level < 300; ++level) {
+        deep += "/d";
+    }
+    fs::create_directories(below(deep));
+    std::ofstream(below(deep + "/file"));
+    directory.readDirectory(below("d"), true);
+    EXPECT_EQ(directory.entries().size(), 4202u);
+    EXPECT_EQ(directory.entries().back(), below(deep + "/file"));
+}
+
 TEST_F(DirectoryTest, CreatesMissingDirectories)
 {
     makeFile("file");

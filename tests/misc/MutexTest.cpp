@@ -8,22 +8,25 @@
 
 using Tavik::Misc::Mutex;
 
-TEST(Mutex, KeepsThreadsApart)
+TEST(Mutex, KeepsOtherThreadsOutUntilItIsUnlocked)
 {
     Mutex mutex;
-    mutex.init(); // again: must not replace the mutex
-    int count = 0;
-    const auto work = [&] {
-        for (int i = 0; i < 10000; ++i) {
-            mutex.lock();
-            ++count;
-            mutex.unlock();
-        }
-    };
-    std::thread other(work);
-    work();
-    other.join();
-    EXPECT_EQ(count, 20000);
+    mutex.lock();
+    mutex.init(); // again: must not replace the mutex, which would unlock it
+    int tried = -1;
+    std::thread([&] { tried = pthread_mutex_trylock(mutex.rawMutex()); }).join();
+    EXPECT_EQ(tried, EBUSY);
+
+    bool entered = false;
+    std::thread waiting([&] {
+        mutex.lock();
+        entered = true;
+        mutex.unlock();
+    });
+    EXPECT_FALSE(entered); // read under the lock
+    mutex.unlock();
+    waiting.join();
+    EXPECT_TRUE(entered);
 }
 
 TEST(Mutex, DestructionLeavesItAloneAndConstructionStartsAfresh)
