@@ -2,7 +2,10 @@
 
 #include <tavik/filesystem/Directory.h>
 #include <tavik/geodetic/TerrainTile.h>
+#include <tavik/geodetic/TerrainTileCell.h>
 
+#include <array>
+#include <cmath>
 #include <cstdio>
 #include <vector>
 
@@ -15,9 +18,8 @@ namespace {
 constexpr std::size_t MaximumLoadedTiles = 300;
 constexpr std::size_t MaximumLoadedLowResTiles = 15;
 
-// Whole-degree cells of the globe, both ends included: 90 N and 180 E count as cells of their own.
-constexpr std::uint32_t GridRows = 181;
-constexpr std::uint32_t GridColumns = 361;
+// Coordinates less than this below a whole degree count as that degree: they may have been rounded.
+constexpr double RoundingDegrees = 1e-6;
 
 constexpr std::uint32_t IndexBits = 16;
 constexpr std::uint32_t IndexMask = 0xFFFF;
@@ -35,23 +37,38 @@ std::uint32_t keyOf(const TerrainTile& tile)
     return makeKey(tile.longitudeIndex(), tile.latitudeIndex());
 }
 
-/// Whether the conversion to an index is defined and keeps within 16 bits; NaN is not. The largest index is left to
-/// NoKey.
-bool isIndex(double value)
+/// Degrees counted from 90 S.
+double latitudeFromPole(double lat)
 {
-    return value > -1.0 && value < static_cast<double>(IndexMask);
+    return lat + RoundingDegrees + 90.0;
 }
 
-/// The cell of whole degrees around a point. The millionth of a degree makes up for coordinates that were rounded to
-/// just below a whole degree.
+/// Degrees counted from 180 W.
+double longitudeFromDateLine(double lon)
+{
+    return lon + RoundingDegrees + 180.0;
+}
+
+/// Whether whole degrees are defined and keep within 16 bits; NaN is not. The largest index is left to NoKey.
+bool isIndex(double degrees)
+{
+    return degrees > -1.0 && degrees < static_cast<double>(IndexMask);
+}
+
+std::uint32_t wholeDegrees(double degrees)
+{
+    return static_cast<std::uint32_t>(static_cast<std::int32_t>(degrees));
+}
+
+/// The cell of whole degrees around a point.
 std::uint32_t keyAt(double lat, double lon)
 {
-    const double latitude = lat + 1e-6 + 90.0;
-    const double longitude = lon + 1e-6 + 180.0;
+    const double latitude = latitudeFromPole(lat);
+    const double longitude = longitudeFromDateLine(lon);
     if (!isIndex(latitude) || !isIndex(longitude)) {
         return NoKey;
     }
-    return makeKey(static_cast<std::uint32_t>(longitude), static_cast<std::uint32_t>(latitude));
+    return makeKey(wholeDegrees(longitude), wholeDegrees(latitude));
 }
 
 /// The cell of an overview tile around a point: bands from 60 S in steps of 50 degrees, from 180 W in steps of 40. In
@@ -66,46 +83,21 @@ std::uint32_t lowResKeyAt(double lat, double lon)
     return makeKey((key & IndexMask) / 40 * 40, northOfFirstBand / 50 * 50 + 30);
 }
 
-/// The place of a key in the array of cells.
-/// @return false where the cell is not on the globe
-bool gridIndex(std::uint32_t key, std::size_t& index)
-{
-    const std::uint32_t row = key >> IndexBits;
-    const std::uint32_t column = key & IndexMask;
-    index = std::size_t{row} * GridColumns + column;
-    return row < GridRows && column < GridColumns;
-}
-
-/// Reads a tile's samples, and drops those of the tile loaded first where that makes too many.
-void loadSamples(TerrainTile& tile, std::list<TerrainTile*>& loadedTiles, std::size_t maximum)
-{
-    tile.loadAllData(); // a tile that fails takes its place all the same, and is tried again by the next new selection
-    loadedTiles.remove(&tile);
-    loadedTiles.push_back(&tile);
-    if (loadedTiles.size() > maximum) {
-        loadedTiles.front()->clear();
-        loadedTiles.pop_front();
-    }
-}
-
-/// Makes a tile that was just selected ready for queries, where it may.
-/// @param tile  null where there is none
-/// @return whether there is nothing to load, or loading was tried
-bool makeReady(TerrainTile* tile, bool load, std::list<TerrainTile*>& loadedTiles, std::size_t maximum)
-{
-    if (tile == nullptr || tile->loaded()) {
-        return true;
-    }
-    if (load) {
-        loadSamples(*tile, loadedTiles, maximum);
-    }
-    return load;
-}
-
 TerrainTile* findIn(const std::map<std::uint32_t, TerrainTile*>& tiles, std::uint32_t key)
 {
     const auto found = tiles.find(key);
     return key == NoKey || found == tiles.end() ? nullptr : found->second;
+}
+
+/// Whether all coordinates of a cell of whole degrees lie between the first sample and the last, along one axis.
+/// @param low  southern or western edge of the cell
+bool coversCell(double low, double origin, double spacing, std::uint32_t count)
+{
+    // The edges are RoundingDegrees lower than the whole degrees; a tenth of that is far more than rounding adds. The
+    // quotient rises with the coordinate, so the edges speak for all between them.
+    const double first = (low - 1.1 * RoundingDegrees - origin) / spacing;
+    const double last = (low + 1.0 - 0.9 * RoundingDegrees - origin) / spacing;
+    return spacing > 0.0 && first > -1.0 && last < static_cast<double>(count) - 1.0;
 }
 
 /// The end of a path from its last dot on, empty without one.
@@ -117,10 +109,85 @@ std::string lastExtension(const std::string& path)
 
 } // namespace
 
-HeightMap::HeightMap()
-    : mCurrentKey(NoKey), mCurrentLowResKey(NoKey),
-      mTileGrid(std::make_unique<TerrainTile*[]>(std::size_t{GridRows} * GridColumns))
-{}
+/// A cell of whole degrees: its tile, and what a query for a height needs of it, in one line of the cache.
+struct alignas(64) HeightMap::Cell
+{
+    TerrainTile* tile = nullptr;
+    const std::int16_t* samples = nullptr; // null unless the tile is loaded and covers the whole cell
+    std::size_t latitudeCount = 0;
+    double latitudeOrigin = 0.0;
+    double longitudeOrigin = 0.0;
+    double latitudeSpacing = 0.0;
+    double longitudeSpacing = 0.0;
+
+    /// What the tile itself answers for a point of the cell, without having to look for its last row and column.
+    double height(double lat, double lon) const
+    {
+        const double north = (lat - latitudeOrigin) / latitudeSpacing;
+        const double east = (lon - longitudeOrigin) / longitudeSpacing;
+        const auto i = static_cast<std::int32_t>(north);
+        const auto j = static_cast<std::int32_t>(east);
+        const std::int16_t* h = samples + (static_cast<std::size_t>(i) + latitudeCount * static_cast<std::size_t>(j));
+        return bilinearHeight(h[0], h[1], h[latitudeCount], h[latitudeCount + 1], north - i, east - j);
+    }
+};
+
+/// The cells of the globe, 90 N and 180 E counting as cells of their own.
+class HeightMap::Globe
+{
+public:
+    /// @param row,column  whole degrees from 90 S and 180 W, in [0, 180] and [0, 360]
+    /// @return null where there is no tile in the whole row
+    const Cell* find(std::uint32_t row, std::uint32_t column) const
+    {
+        const Cell* cells = mRows[row].get();
+        return cells == nullptr ? nullptr : cells + column;
+    }
+
+    /// Puts a tile that is not loaded into a cell; does nothing where the key is not on the globe.
+    void setTile(std::uint32_t key, TerrainTile* tile)
+    {
+        const std::uint32_t row = key >> IndexBits;
+        const std::uint32_t column = key & IndexMask;
+        if (row >= Rows || column >= Columns) {
+            return;
+        }
+        if (mRows[row] == nullptr) {
+            mRows[row] = std::make_unique<Cell[]>(Columns);
+        }
+        mRows[row][column] = Cell();
+        mRows[row][column].tile = tile;
+    }
+
+    /// To be told whenever the samples of a tile have come or gone. Tiles without a cell here are passed over: overview
+    /// tiles, those that another has replaced, and those whose file has moved since they were registered.
+    void update(const TerrainTile& tile)
+    {
+        const std::uint32_t row = tile.latitudeIndex();
+        const std::uint32_t column = tile.longitudeIndex();
+        if (row >= Rows || column >= Columns || mRows[row] == nullptr || mRows[row][column].tile != &tile) {
+            return;
+        }
+        Cell& cell = mRows[row][column];
+        cell.latitudeCount = tile.latitudeCount();
+        cell.latitudeOrigin = tile.latitudeOrigin();
+        cell.longitudeOrigin = tile.longitudeOrigin();
+        cell.latitudeSpacing = tile.latitudeSpacing();
+        cell.longitudeSpacing = tile.longitudeSpacing();
+        const bool covered =
+            coversCell(row - 90.0, cell.latitudeOrigin, cell.latitudeSpacing, tile.latitudeCount()) &&
+            coversCell(column - 180.0, cell.longitudeOrigin, cell.longitudeSpacing, tile.longitudeCount());
+        cell.samples = tile.loaded() && covered ? tile.samples() : nullptr;
+    }
+
+private:
+    static constexpr std::uint32_t Rows = 181;
+    static constexpr std::uint32_t Columns = 361;
+
+    std::array<std::unique_ptr<Cell[]>, Rows> mRows; // null where there is no tile
+};
+
+HeightMap::HeightMap() : mCurrentKey(NoKey), mCurrentLowResKey(NoKey), mGlobe(std::make_unique<Globe>()) {}
 
 HeightMap::~HeightMap()
 {
@@ -215,16 +282,7 @@ void HeightMap::readTileHGT(const std::string& path)
 void HeightMap::addTile(std::uint32_t key, TerrainTile* tile)
 {
     mTiles[key] = tile;
-    std::size_t index = 0;
-    if (gridIndex(key, index)) {
-        mTileGrid[index] = tile;
-    }
-}
-
-TerrainTile* HeightMap::findTile(std::uint32_t key) const
-{
-    std::size_t index = 0;
-    return gridIndex(key, index) ? mTileGrid[index] : findIn(mTiles, key);
+    mGlobe->setTile(key, tile);
 }
 
 bool HeightMap::getCurrentTile(double lat, double lon, bool load)
@@ -239,7 +297,7 @@ bool HeightMap::selectTile(double lat, double lon, bool load)
         return true;
     }
     mCurrentKey = key;
-    mCurrentTile = findTile(key);
+    mCurrentTile = findIn(mTiles, key);
     return makeReady(mCurrentTile, load, mLoadedTiles, MaximumLoadedTiles);
 }
 
@@ -259,6 +317,30 @@ bool HeightMap::selectLowResTile(double lat, double lon, bool load)
     return makeReady(mCurrentLowResTile, load, mLoadedLowResTiles, MaximumLoadedLowResTiles);
 }
 
+/// Reads the samples of the tile just selected, if there is one that needs it, and drops those of the tile loaded first
+/// if that makes too many.
+/// @return false where samples are missing and may not be loaded
+bool HeightMap::makeReady(TerrainTile* tile, bool load, std::list<TerrainTile*>& loadedTiles, std::size_t maximum)
+{
+    if (tile == nullptr || tile->loaded()) {
+        return true;
+    }
+    if (!load) {
+        return false;
+    }
+    tile->loadAllData(); // one that fails takes its place all the same; the next new selection tries it again
+    mGlobe->update(*tile);
+    loadedTiles.remove(tile);
+    loadedTiles.push_back(tile);
+    if (loadedTiles.size() > maximum) {
+        TerrainTile* first = loadedTiles.front();
+        loadedTiles.pop_front();
+        first->clear();
+        mGlobe->update(*first);
+    }
+    return true;
+}
+
 const TerrainTile* HeightMap::tileAt(double lat, double lon, bool load, bool lowResOnly)
 {
     if (!lowResOnly) {
@@ -273,12 +355,24 @@ const TerrainTile* HeightMap::tileAt(double lat, double lon, bool load, bool low
 
 double HeightMap::getAltitude(double lat, double lon, bool load, bool lowResOnly)
 {
-    double height = 0.0;
-    if (mDataReady.load(std::memory_order_acquire)) {
-        const TerrainTile* tile = tileAt(lat, lon, load, lowResOnly);
-        if (tile != nullptr) {
-            tile->getAltitude(lat, lon, height);
+    if (!mDataReady.load(std::memory_order_acquire)) {
+        return 0.0;
+    }
+    // The usual case in few steps: samples in a cell are those of the tile that a selection would find.
+    if (!lowResOnly && std::abs(lat) <= 90.0 && std::abs(lon) <= 180.0) {
+        const std::uint32_t row = wholeDegrees(latitudeFromPole(lat));
+        const std::uint32_t column = wholeDegrees(longitudeFromDateLine(lon));
+        const Cell* cell = mGlobe->find(row, column);
+        if (cell != nullptr && cell->samples != nullptr) {
+            mCurrentKey = makeKey(column, row);
+            mCurrentTile = cell->tile;
+            return cell->height(lat, lon);
         }
+    }
+    double height = 0.0;
+    const TerrainTile* tile = tileAt(lat, lon, load, lowResOnly);
+    if (tile != nullptr) {
+        tile->getAltitude(lat, lon, height);
     }
     return height;
 }

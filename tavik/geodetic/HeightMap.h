@@ -114,13 +114,14 @@ public:
                    unsigned char& z);
 
 private:
-    // Hidden, so that the queries take them in: each costs as much as a function call or less.
-    TAVIK_NO_EXPORT bool selectTile(double lat, double lon, bool load);
-    TAVIK_NO_EXPORT bool selectLowResTile(double lat, double lon, bool load);
-    TAVIK_NO_EXPORT const TerrainTile* tileAt(double lat, double lon, bool load, bool lowResOnly);
+    struct Cell;
+    class Globe;
 
     void addTile(std::uint32_t key, TerrainTile* tile);
-    TerrainTile* findTile(std::uint32_t key) const;
+    bool selectTile(double lat, double lon, bool load);
+    bool selectLowResTile(double lat, double lon, bool load);
+    bool makeReady(TerrainTile* tile, bool load, std::list<TerrainTile*>& loadedTiles, std::size_t maximum);
+    const TerrainTile* tileAt(double lat, double lon, bool load, bool lowResOnly);
     static void* scanThread(void* self);
     void scanEnded();
 
@@ -136,9 +137,8 @@ private:
     std::uint32_t mCurrentKey;
     std::uint32_t mCurrentLowResKey;
 
-    // The tiles of mTiles again, for the cells of the globe, in an array: random queries spend their time on looking
-    // up.
-    std::unique_ptr<TerrainTile*[]> mTileGrid;
+    // The tiles of mTiles in the order of the globe: queries for heights spend their time on finding them.
+    std::unique_ptr<Globe> mGlobe;
 
     // Scans that the destructor waits for; the threads are nobody's to join.
     std::mutex mScanMutex;

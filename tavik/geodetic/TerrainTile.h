@@ -112,6 +112,10 @@ public:
     double latitudeExtent() const { return mLatExtent; }
     double longitudeExtent() const { return mLonExtent; }
 
+    /// The samples in metres: sample (i, j) is element i + latitudeCount() * j. Null when there are none; valid until
+    /// the next call that is not const.
+    const std::int16_t* samples() const { return mHeights.get(); }
+
     /// Bilinear height at a point.
     ///
     /// Answers up to, but not including, one spacing beyond the outermost samples. South and west of the origin the

@@ -23,4 +23,13 @@ inline bool findCell(double value, double origin, double spacing, std::uint32_t 
     return true;
 }
 
+/// Height between the four samples at the corners of a cell, the first index counting north. Internal.
+/// @param ti,tj  position in the cell, from the corner of h00
+inline double bilinearHeight(int h00, int h10, int h01, int h11, double ti, double tj)
+{
+    const double a = h00 + tj * (h01 - h00);
+    const double b = h10 + tj * (h11 - h10);
+    return a + ti * (b - a);
+}
+
 } // namespace Tavik::Geodetic

@@ -46,6 +46,14 @@ FileSystem::ArchiveFile openTile(const std::string& path)
     return file;
 }
 
+/// The first header record; empty where memory is short.
+std::string readUserHeader(std::FILE* file)
+{
+    std::string record;
+    TerrainTile::readString(file, record, UserHeaderLength);
+    return record;
+}
+
 int number(const std::string& record, std::size_t offset, std::size_t length)
 {
     return std::atoi(record.substr(offset, length).c_str());
@@ -149,22 +157,24 @@ bool TerrainTile::loadTile(const std::string& path)
         return false;
     }
     mFormat = 0;
-    loadHeader(file.get());
+    // Scans open thousands of files for these few bytes: read no more, and without a buffer to set up.
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    takeUserHeader(readUserHeader(file.get()));
     return true;
 }
 
 void TerrainTile::loadHeader(std::FILE* file)
 {
-    std::string record;
-    readString(file, record, UserHeaderLength);
-    if (record.size() == UserHeaderLength) {
-        takeUserHeader(record);
-    }
-    readString(file, record, DataSetIdentificationLength + AccuracyLength);
+    takeUserHeader(readUserHeader(file));
+    std::string ignored;
+    readString(file, ignored, DataSetIdentificationLength + AccuracyLength);
 }
 
 void TerrainTile::takeUserHeader(const std::string& record)
 {
+    if (record.size() != UserHeaderLength) {
+        return;
+    }
     const std::uint32_t numLon = count(record, 47);
     const std::uint32_t numLat = count(record, 51);
     if (mHeights != nullptr && (numLat != mNumLat || numLon != mNumLon)) {

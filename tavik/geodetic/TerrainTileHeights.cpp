@@ -47,9 +47,7 @@ bool TerrainTile::getAltitude(double lat, double lon, double& height) const
     const int h01 = lastColumn ? h00 : south[mNumLat];
     const int h10 = lastRow ? h00 : south[1];
     const int h11 = lastRow || lastColumn ? h00 : south[mNumLat + 1];
-    const double a = h00 + tj * (h01 - h00);
-    const double b = h10 + tj * (h11 - h10);
-    height = a + ti * (b - a);
+    height = bilinearHeight(h00, h10, h01, h11, ti, tj);
     return true;
 }
 

@@ -1,4 +1,5 @@
 #include <tavik/geodetic/HeightMap.h>
+#include <tavik/geodetic/TerrainTile.h>
 
 #include <support/DtedWriter.h>
 #include <support/TemporaryDirectory.h>
@@ -21,6 +22,7 @@
 #include <pthread.h>
 
 using Tavik::Geodetic::HeightMap;
+using Tavik::Geodetic::TerrainTile;
 using namespace Tavik::Support;
 namespace fs = std::filesystem;
 
@@ -168,14 +170,15 @@ TEST_F(HeightMapTest, FileRegisteredLaterWinsTheCell)
     EXPECT_EQ(mMap->getAltitude(47.5, 11.5, Load, !LowResOnly), 500.0);
 }
 
-// Two tiles of a degree at the corner of an overview tile that reaches from 10 S to 40 N and from 20 E to 60 E, and one
-// at the end of the globe.
+// Three tiles of a degree at the corners of an overview tile that reaches from 10 S to 40 N and from 20 E to 60 E, and
+// one at the end of the globe.
 TEST_F(HeightMapTest, FindsTheTileOfAPoint)
 {
     capture();
     scanNothing();
     mMap->readTileDTED(makeDted("N39E059.DT1", 39, 59, 500));
     mMap->readTileDTED(makeDted("N40E060.DT1", 40, 60, 600));
+    mMap->readTileDTED(makeDted("S10E020.DT1", -10, 20, 800));
     mMap->readTileDTED(makeDted("S89W180.DT1", -89, -180, 700));
     mMap->readTileHGT(makeSrtm("E020N40.SRTMGL30.dem.zip", SamplesOfOverview, 300));
     mMap->readTileHGT(below("W180S10.SRTMGL30.dem.zip"));
@@ -188,13 +191,15 @@ TEST_F(HeightMapTest, FindsTheTileOfAPoint)
         double lowResHeight; // with the overview tiles only
         Bytes normal;
     } cases[] = {
+        {-9.5, 20.5, 800, 300, Level}, // the tile at the corner of the overview tile, before that is loaded
         {39.0, 59.0, 500, 300, Level},
         {39.9999995, 60.0, 600, 0, Level}, // within a millionth of a degree the point is on the corner
         {39.999998, 59.5, 500, 300, Level},
         {40.0, 60.0, 600, 0, Level},
         {40.9999995, 60.5, 0, 0, StraightUp}, // so it is on the far side
         {38.5, 59.5, 300, 300, Level},
-        {-10.0, 20.0, 300, 300, Level},
+        {-10.0, 20.0, 800, 300, Level},
+        {-10.0, 21.0, 300, 300, Level},
         {-10.1, 20.0, 0, 0, StraightUp},
         {0.0, 19.9, 0, 0, StraightUp},
         {0.0, 60.1, 0, 0, StraightUp},
@@ -221,6 +226,57 @@ TEST_F(HeightMapTest, FindsTheTileOfAPoint)
         EXPECT_EQ(normal(*mMap, c.lat, c.lon, Load, !LowResOnly), c.normal);
     }
     EXPECT_EQ(normal(*mMap, 40.5, 60.5, Load, LowResOnly), StraightUp);
+}
+
+// Queries in a cell take a shorter way than through the tile, where the tile covers the cell; here are some that do
+// not.
+TEST_F(HeightMapTest, AnswersWhatTheTileAnswers)
+{
+    const struct
+    {
+        const char* name;
+        unsigned int points;
+        const char* intervals; // of longitude and latitude, four characters each, tenths of seconds
+        const char* originMinutes;
+    } cases[] = {
+        {"level 1", 1201, "00300030", "00"},
+        {"coarse", 5, "90009000", "00"},
+        {"one sample short of the edge", 4, "90009000", "00"},
+        {"one sample too many", 6, "90009000", "00"},
+        {"a little short of the edge", 5, "89998999", "00"},
+        {"shifted by half a degree", 5, "90009000", "30"},
+        {"shifted by a minute", 5, "90009000", "01"},
+        {"one sample", 1, "90009000", "00"},
+        {"no spacing", 5, "00000000", "00"},
+        {"backwards", 5, "-900-900", "00"},
+    };
+    capture();
+    scanNothing();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string path = below("tile.DT1");
+        writeDted(path, {47, 11, c.points, c.points},
+                  [](unsigned i, unsigned j) { return static_cast<int>(100 + i * i % 777 + j * 13 % 333); });
+        overwriteBytes(path, 20, c.intervals);
+        overwriteBytes(path, 4 + 3, c.originMinutes);  // of longitude
+        overwriteBytes(path, 12 + 3, c.originMinutes); // of latitude
+        TerrainTile tile;
+        tile.loadTile(path);
+        tile.loadAllData();
+        mMap->readTileDTED(path);
+        mMap->getCurrentTile(0.0, 0.0, Load); // so that the new file is found
+
+        const double offsets[] = {-9e-7, 0.0,  1e-9,         1.0 / 120, 0.24,        0.25,    0.37,
+                                  0.5,   0.75, 0.999 * 0.75, 0.99,      0.99 + 1e-3, 0.99999, 1.0 - 1.01e-6};
+        for (const double north : offsets) {
+            for (const double east : offsets) {
+                double height = 0.0;
+                tile.getAltitude(47.0 + north, 11.0 + east, height);
+                ASSERT_EQ(mMap->getAltitude(47.0 + north, 11.0 + east, Load, !LowResOnly), height)
+                    << north << ", " << east;
+            }
+        }
+    }
 }
 
 TEST_F(HeightMapTest, LoadsOnlyWhenTheCellIsSelectedAnew)
