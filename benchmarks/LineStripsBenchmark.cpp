@@ -129,7 +129,7 @@ public:
         glBindVertexArray(mVertexArray);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         glEnable(GL_BLEND);
-        glEnable(GL_LINE_SMOOTH);
+        glEnable(GL_LINE_SMOOTH); // part of the drawable's state; a tenth of the frame on a software driver
         glPrimitiveRestartIndex(Separator);
         glEnable(GL_PRIMITIVE_RESTART);
         glDrawElements(GL_LINE_STRIP_ADJACENCY, static_cast<GLsizei>(mIndices.size()), GL_UNSIGNED_INT, nullptr);
