@@ -19,6 +19,9 @@ namespace {
 /// Positions closer than this, in degrees, are one position.
 constexpr double CoincidenceTolerance = 1e-15;
 
+/// Cosines beyond this belong to points within ten metres of each other, or of the antipode; only these need care.
+constexpr double NearlyOne = 1.0 - 1e-12;
+
 /// lon2 - lon1 in radians. Halving first costs no bit and keeps the difference of huge finite longitudes finite.
 double longitudeDifference(double lon1, double lon2)
 {
@@ -29,14 +32,17 @@ double longitudeDifference(double lon1, double lon2)
 
 double calcDistance(double lat1, double lon1, double lat2, double lon2)
 {
-    if (std::abs(lat1 - lat2) < CoincidenceTolerance && std::abs(lon1 - lon2) < CoincidenceTolerance) {
-        return 0.0;
-    }
     const SinCos phi1 = sinCosDegrees(lat1);
     const SinCos phi2 = sinCosDegrees(lat2);
-    const double cosAngle = phi1.sin * phi2.sin + phi1.cos * phi2.cos * std::cos(longitudeDifference(lon1, lon2));
-    // Rounding lifts the cosine above 1 for many points less than a metre apart.
-    return std::acos(std::clamp(cosAngle, -1.0, 1.0)) * RadiansToDegrees * MinutesPerDegree * MetresPerArcMinute;
+    double cosAngle = phi1.sin * phi2.sin + phi1.cos * phi2.cos * std::cos(longitudeDifference(lon1, lon2));
+    if (std::abs(cosAngle) > NearlyOne) {
+        if (std::abs(lat1 - lat2) < CoincidenceTolerance && std::abs(lon1 - lon2) < CoincidenceTolerance) {
+            return 0.0;
+        }
+        // Rounding lifts the cosine above 1 for many points less than a metre apart.
+        cosAngle = std::clamp(cosAngle, -1.0, 1.0);
+    }
+    return std::acos(cosAngle) * RadiansToDegrees * MinutesPerDegree * MetresPerArcMinute;
 }
 
 double calcBearing(double lat1, double lon1, double lat2, double lon2)
@@ -46,7 +52,8 @@ double calcBearing(double lat1, double lon1, double lat2, double lon2)
     const SinCos delta = sinCos(longitudeDifference(lon1, lon2));
     const double bearing =
         std::atan2(delta.sin * phi2.cos, phi1.cos * phi2.sin - phi1.sin * phi2.cos * delta.cos) * RadiansToDegrees;
-    return std::isnan(bearing) ? 0.0 : normalizeHeading(bearing);
+    // What normalising comes to for -180 to 180 degrees; a sum, because a branch would be mispredicted half the time.
+    return std::isnan(bearing) ? 0.0 : bearing + (bearing < 0.0 ? 360.0 : 0.0);
 }
 
 void calcPointFromBrgDistance(double lat, double lon, double bearing, double distance, double& latOut, double& lonOut)

@@ -81,7 +81,8 @@ void appendArc(Points& points, const Arc& arc, double lookAhead)
     bool endReached = false;
     do {
         course += arc.step;
-        points.push_back(arc.centre + alongCourse(course, arc.radius));
+        const SinCos direction = sinCosDegrees(course);
+        points.emplace_back(arc.centre.x + arc.radius * direction.sin, arc.centre.y + arc.radius * direction.cos);
         const double next = course + lookAhead;
         endReached = arc.step > 0.0 ? next >= arc.end : next <= arc.end;
     } while (!endReached);

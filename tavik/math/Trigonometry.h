@@ -19,9 +19,10 @@ inline SinCos sinCos(double radians)
 {
 #ifdef __GLIBC__
     // One argument reduction instead of two; the bits are those of sin() and cos().
-    SinCos result{};
-    ::sincos(radians, &result.sin, &result.cos);
-    return result;
+    // Not side by side, or compilers fetch both by one load, which waits until both stores have left for the cache.
+    double results[3];
+    ::sincos(radians, &results[0], &results[2]);
+    return {results[0], results[2]};
 #else
     return {std::sin(radians), std::cos(radians)};
 #endif
