@@ -1,0 +1,103 @@
+#include <moving_map/Controls.h>
+
+#include <moving_map/Options.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace MovingMap {
+
+namespace {
+
+const double ZoomStep = std::sqrt(2.0);
+constexpr float PanPixels = 80.0f;
+constexpr double LargestLatitude = 85.0;
+
+} // namespace
+
+void Controls::handle(const SDL_Event& event, const MapView& view)
+{
+    switch (event.type) {
+    case SDL_QUIT:
+        mQuit = true;
+        break;
+    case SDL_KEYDOWN:
+        handleKey(event.key.keysym.sym, view);
+        break;
+    case SDL_MOUSEWHEEL:
+        zoom(std::pow(ZoomStep, -event.wheel.y));
+        break;
+    case SDL_MOUSEMOTION:
+        if ((event.motion.state & SDL_BUTTON_LMASK) != 0) {
+            pan(static_cast<float>(-event.motion.xrel), static_cast<float>(event.motion.yrel), view);
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void Controls::handleKey(SDL_Keycode key, const MapView& view)
+{
+    switch (key) {
+    case SDLK_PLUS:
+    case SDLK_EQUALS: // the same key without shift on many keyboards
+    case SDLK_KP_PLUS:
+        zoom(1.0 / ZoomStep);
+        break;
+    case SDLK_MINUS:
+    case SDLK_KP_MINUS:
+        zoom(ZoomStep);
+        break;
+    case SDLK_LEFT:
+        pan(-PanPixels, 0.0f, view);
+        break;
+    case SDLK_RIGHT:
+        pan(PanPixels, 0.0f, view);
+        break;
+    case SDLK_UP:
+        pan(0.0f, PanPixels, view);
+        break;
+    case SDLK_DOWN:
+        pan(0.0f, -PanPixels, view);
+        break;
+    case SDLK_f:
+        mSettings.centre.reset();
+        break;
+    case SDLK_o:
+        mSettings.trackUp = !mSettings.trackUp;
+        break;
+    case SDLK_SPACE:
+        mSimulation.setPaused(!mSimulation.isPaused());
+        break;
+    case SDLK_LEFTBRACKET:
+        mSimulation.setSpeedFactor(mSimulation.speedFactor() / 2.0);
+        break;
+    case SDLK_RIGHTBRACKET:
+        mSimulation.setSpeedFactor(mSimulation.speedFactor() * 2.0);
+        break;
+    case SDLK_q:
+    case SDLK_ESCAPE:
+        mQuit = true;
+        break;
+    default:
+        break;
+    }
+}
+
+void Controls::zoom(double factor)
+{
+    mSettings.rangeMiles = std::clamp(mSettings.rangeMiles * factor, SmallestRangeMiles, LargestRangeMiles);
+}
+
+/// Moves the map's centre by pixels of the screen; from then on the map does not follow the aircraft.
+void Controls::pan(float rightPixels, float upPixels, const MapView& view)
+{
+    const MapView::Pixel centre = view.toPixel(view.centre());
+    Position position = view.toPosition({centre.x + rightPixels, centre.y + upPixels});
+    position.latDegrees = std::clamp(position.latDegrees, -LargestLatitude, LargestLatitude);
+    position.lonDegrees = std::clamp(position.lonDegrees, -180.0, 180.0);
+    mSettings.centre = position;
+}
+
+} // namespace MovingMap

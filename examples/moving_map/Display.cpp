@@ -1,0 +1,101 @@
+#include <moving_map/Display.h>
+
+#include <moving_map/Pen.h>
+#include <moving_map/Units.h>
+
+#include <algorithm>
+
+namespace MovingMap {
+
+namespace {
+
+constexpr double ProfilePart = 0.24; // of the window's height
+constexpr int SmallestProfile = 32;
+constexpr int LargestProfile = 240;
+
+// Where the aircraft stands in a map with the track up: in the lower part, since what lies ahead counts.
+constexpr float TrackUpAnchor = 0.30f;
+
+constexpr std::size_t DeliveriesPerFrame = 2;
+
+} // namespace
+
+Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
+    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mContours(worker), mProfile(path, worker)
+{}
+
+void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels)
+{
+    mScene.aircraft = simulation.state();
+    mScene.distanceMetres = simulation.distanceMetres();
+    mScene.altitudeMetres = simulation.altitudeMetres();
+    mScene.speedMetresPerSecond = simulation.speedMetresPerSecond();
+    mScene.rangeMetres = settings.rangeMiles * MetresPerNauticalMile;
+    arrange(settings, widthPixels, heightPixels);
+
+    mWorker.deliver(DeliveriesPerFrame);
+    mContours.update(mView);
+    mProfile.update(ProfileChart::begin(mScene), ProfileChart::end(mScene));
+}
+
+void Display::arrange(const DisplaySettings& settings, int widthPixels, int heightPixels)
+{
+    const int profile = std::clamp(static_cast<int>(ProfilePart * heightPixels), SmallestProfile, LargestProfile);
+    mWindow = {0, 0, widthPixels, heightPixels};
+    mProfileArea = {0, 0, widthPixels, profile};
+    mMap = {0, profile, widthPixels, std::max(heightPixels - profile, 1)};
+
+    const auto width = static_cast<float>(mMap.width);
+    const auto height = static_cast<float>(mMap.height);
+    const float anchor = settings.trackUp ? TrackUpAnchor : 0.5f;
+    const float ring =
+        settings.trackUp ? std::min(0.48f * width, (0.94f - anchor) * height) : std::min(0.48f * width, 0.43f * height);
+    mView.setArea(mMap.width, mMap.height, {0.5f * width, anchor * height});
+    mView.setCentre(settings.centre.value_or(mScene.aircraft.position));
+    mView.setMetresPerPixel(mScene.rangeMetres / ring);
+    mView.setUp(settings.trackUp ? mScene.aircraft.trackDegrees : 0.0);
+}
+
+void Display::completeTerrain()
+{
+    while (!mContours.isComplete() || !mProfile.isComplete()) {
+        mWorker.finish();
+        mContours.update(mView);
+        mProfile.update(ProfileChart::begin(mScene), ProfileChart::end(mScene));
+    }
+}
+
+void Display::render()
+{
+    mMap.fill(Palette::Background);
+    mMap.activate();
+    mContours.render(mView);
+    mRouteLayer.render(mScene);
+    mAircraftLayer.render(mScene);
+    mProfileChart.render(mScene, mProfile, mProfileArea);
+    renderFrame();
+}
+
+/// Lines between the parts of the picture and around it.
+void Display::renderFrame()
+{
+    using Pixel = MapView::Pixel;
+    mWindow.activate();
+    const auto width = static_cast<float>(mWindow.width);
+    const auto height = static_cast<float>(mWindow.height);
+    const auto separator = static_cast<float>(mMap.y);
+    mFrame.clearVertex();
+    for (const float y : {1.0f, separator, height - 1.0f}) {
+        mFrame.addVertex(Pixel(0.0f, y));
+        mFrame.addVertex(Pixel(width, y));
+    }
+    for (const float x : {1.0f, width - 1.0f}) {
+        mFrame.addVertex(Pixel(x, 0.0f));
+        mFrame.addVertex(Pixel(x, height));
+    }
+    applyPen(mFrame, {Palette::Frame, 2.0f});
+    mFrame.setAntiAlias(false);
+    mFrame.render();
+}
+
+} // namespace MovingMap

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <moving_map/AircraftLayer.h>
+#include <moving_map/Area.h>
+#include <moving_map/ContourCache.h>
+#include <moving_map/MapView.h>
+#include <moving_map/ProfileChart.h>
+#include <moving_map/RouteLayer.h>
+#include <moving_map/RouteProfile.h>
+#include <moving_map/Simulation.h>
+#include <moving_map/TerrainWorker.h>
+#include <tavik/opengl/Lines.h>
+
+#include <optional>
+
+namespace MovingMap {
+
+/// What the user can change about the display.
+struct DisplaySettings
+{
+    double rangeMiles = 20.0;
+    bool trackUp = false;
+    std::optional<Position> centre; ///< of the map; without one, it follows the aircraft
+};
+
+/// The whole picture: the map, and the profile below it.
+///
+/// For each frame: update, then render.
+class Display
+{
+public:
+    /// The arguments must outlive the display. A current OpenGL context is needed from here on.
+    Display(const Route& route, const RoutePath& path, TerrainWorker& worker);
+
+    /// Arranges the picture and orders terrain that it lacks.
+    void update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels);
+
+    /// Waits until the terrain of the last update is there.
+    void completeTerrain();
+
+    /// Draws what the last update has arranged.
+    void render();
+
+    /// The map as the last update arranged it.
+    const MapView& view() const { return mView; }
+
+    const ContourCache& contours() const { return mContours; }
+
+private:
+    void arrange(const DisplaySettings& settings, int widthPixels, int heightPixels);
+    void renderFrame();
+
+    TerrainWorker& mWorker;
+
+    Area mWindow;
+    Area mMap;
+    Area mProfileArea;
+    MapView mView;
+    Scene mScene;
+
+    ContourCache mContours;
+    RouteProfile mProfile;
+    RouteLayer mRouteLayer;
+    AircraftLayer mAircraftLayer;
+    ProfileChart mProfileChart;
+    Tavik::OpenGL::Lines mFrame;
+};
+
+} // namespace MovingMap

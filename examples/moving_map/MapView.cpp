@@ -1,0 +1,113 @@
+#include <moving_map/MapView.h>
+
+#include <moving_map/Units.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace MovingMap {
+
+namespace {
+
+using Matrix = Tavik::Math::Matrix4<float>;
+using Point = LocalPlane::Point;
+
+// Cells of a level are shown from this many pixels up to twice as many.
+constexpr double SmallestCellPixels = 2.0;
+
+/// Turns the plane so that a course points up: what lies in that direction gets a positive y.
+Point turned(Point point, double upDegrees)
+{
+    const Point up = directionOf(upDegrees);
+    const Point right(up.y, -up.x);
+    return {point.dot(right), point.dot(up)};
+}
+
+} // namespace
+
+void MapView::setArea(int widthPixels, int heightPixels, Pixel anchor)
+{
+    mWidth = widthPixels;
+    mHeight = heightPixels;
+    mAnchor = anchor;
+}
+
+MapView::Pixel MapView::toPixel(Position position) const
+{
+    const Point pixels = turned(LocalPlane(mCentre).toPoint(position), mUpDegrees) / mMetresPerPixel;
+    return {static_cast<float>(pixels.x) + mAnchor.x, static_cast<float>(pixels.y) + mAnchor.y};
+}
+
+Position MapView::toPosition(Pixel pixel) const
+{
+    const Point onScreen(pixel.x - mAnchor.x, pixel.y - mAnchor.y);
+    return LocalPlane(mCentre).toPosition(turned(onScreen * mMetresPerPixel, -mUpDegrees));
+}
+
+MapView::Pixel MapView::direction(double courseDegrees) const
+{
+    const Point direction = directionOf(courseDegrees - mUpDegrees);
+    return {static_cast<float>(direction.x), static_cast<float>(direction.y)};
+}
+
+GeoBounds MapView::bounds() const
+{
+    GeoBounds bounds = {90.0, 360.0, -90.0, -360.0};
+    for (const float x : {0.0f, static_cast<float>(mWidth)}) {
+        for (const float y : {0.0f, static_cast<float>(mHeight)}) {
+            const Position corner = toPosition({x, y});
+            bounds.south = std::min(bounds.south, corner.latDegrees);
+            bounds.north = std::max(bounds.north, corner.latDegrees);
+            bounds.west = std::min(bounds.west, corner.lonDegrees);
+            bounds.east = std::max(bounds.east, corner.lonDegrees);
+        }
+    }
+    return bounds;
+}
+
+Matrix MapView::pixelMatrix() const
+{
+    return MovingMap::pixelMatrix(mWidth, mHeight);
+}
+
+Matrix MapView::blockMatrix(const BlockKey& block) const
+{
+    const Position corner = {block.southDegrees(), block.westDegrees()};
+    const double cellDegrees = block.edgeDegrees() / BlockKey::Cells;
+    const double cellMetres = cellDegrees * MetresPerDegree;
+    const LocalPlane plane(mCentre);
+    const Point origin = turned(plane.toPoint(corner), mUpDegrees) / mMetresPerPixel;
+    const Point north = turned({0.0, cellMetres}, mUpDegrees) / mMetresPerPixel;
+    const Point east =
+        turned({cellMetres * std::cos(mCentre.latDegrees * RadiansPerDegree), 0.0}, mUpDegrees) / mMetresPerPixel;
+    const double toClipX = 2.0 / mWidth;
+    const double toClipY = 2.0 / mHeight;
+
+    Matrix matrix;
+    matrix[0] = static_cast<float>(east.x * toClipX);
+    matrix[1] = static_cast<float>(east.y * toClipY);
+    matrix[4] = static_cast<float>(north.x * toClipX);
+    matrix[5] = static_cast<float>(north.y * toClipY);
+    matrix[12] = static_cast<float>((origin.x + mAnchor.x) * toClipX - 1.0);
+    matrix[13] = static_cast<float>((origin.y + mAnchor.y) * toClipY - 1.0);
+    return matrix;
+}
+
+Matrix pixelMatrix(int widthPixels, int heightPixels)
+{
+    Matrix matrix;
+    matrix[0] = 2.0f / static_cast<float>(widthPixels);
+    matrix[5] = 2.0f / static_cast<float>(heightPixels);
+    matrix[12] = -1.0f;
+    matrix[13] = -1.0f;
+    return matrix;
+}
+
+int blockLevel(double metresPerPixel)
+{
+    const double smallestCell = MetresPerDegree / 16.0 / BlockKey::Cells;
+    const double level = std::ceil(std::log2(SmallestCellPixels * metresPerPixel / smallestCell));
+    return static_cast<int>(std::clamp(level, 0.0, static_cast<double>(BlockKey::HighestLevel)));
+}
+
+} // namespace MovingMap

@@ -1,0 +1,148 @@
+#include <moving_map/Options.h>
+
+#include <moving_map/Numbers.h>
+#include <tavik/misc/CmdLine.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <iterator>
+
+namespace MovingMap {
+
+namespace {
+
+struct Parameter
+{
+    const char* name;
+    const char* description;
+    const char* defaultValue;
+};
+
+constexpr std::array<Parameter, 8> Parameters = {{
+    {"--frames", "number of frames to draw, 1/60 s of flight apart, without a visible window", ""},
+    {"--plan", "flight plan file", ""},
+    {"--range", "miles from the aircraft to the outer ring, 1 to 320", "20"},
+    {"--screenshot", "PNG file for the last frame, drawn without a visible window", ""},
+    {"--size", "width and height of the window in pixels, 64 to 8192 each", "1280x800"},
+    {"--speed", "times faster than real time, 0 to 256", "1"},
+    {"--terrain", "folder of DTED level 1 or zipped SRTM tiles", ""},
+    {"--time", "seconds of flight before the first frame, 0 to 1000000", "0"},
+}};
+
+constexpr int SmallestSize = 64;
+constexpr int LargestSize = 8192;
+constexpr int MostFrames = 1'000'000;
+
+/// A parameter at the very end has no value, and the command line would keep its default without a word.
+const char* parameterWithoutValue(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        const bool takesNext = std::any_of(Parameters.begin(), Parameters.end(),
+                                           [&](const Parameter& parameter) { return argument == parameter.name; });
+        if (takesNext && ++i == argc) {
+            return argv[i - 1];
+        }
+    }
+    return nullptr;
+}
+
+std::string valueOf(const char* name)
+{
+    std::string value;
+    Tavik::Misc::CmdLine::instance().getParameter(name, value);
+    return value;
+}
+
+/// Reads numbers from parameters, and keeps the first complaint.
+class NumberReader
+{
+public:
+    explicit NumberReader(std::string& error) : mError(error) {}
+
+    template <typename Number>
+    void read(const char* name, Number lowest, Number highest, Number& number)
+    {
+        check(name, parseNumber(valueOf(name), lowest, highest, number));
+    }
+
+    /// For example "1280x800".
+    void readSize(const char* name, int& width, int& height)
+    {
+        const std::string text = valueOf(name);
+        const std::size_t cross = text.find('x');
+        check(name, cross != std::string::npos &&
+                        parseNumber(text.substr(0, cross), SmallestSize, LargestSize, width) &&
+                        parseNumber(text.substr(cross + 1), SmallestSize, LargestSize, height));
+    }
+
+private:
+    void check(const char* name, bool good)
+    {
+        if (!good && mError.empty()) {
+            const auto* parameter = std::find_if(Parameters.begin(), Parameters.end(),
+                                                 [name](const Parameter& p) { return std::string(p.name) == name; });
+            mError = "the value '" + valueOf(name) + "' of " + name + " is not usable: " + parameter->description;
+        }
+    }
+
+    std::string& mError;
+};
+
+} // namespace
+
+bool readOptions(int argc, char** argv, Options& options, std::string& error)
+{
+    auto& commandLine = Tavik::Misc::CmdLine::instance();
+    commandLine.addSwitch("--help", "tells options and keys, and ends");
+    commandLine.addSwitch("--statistics", "prints frame times and terrain work at the end");
+    commandLine.addSwitch("--track-up", "begins with the track, not north, at the top");
+    for (const Parameter& parameter : Parameters) {
+        commandLine.addParameter(parameter.name, parameter.description, parameter.defaultValue);
+    }
+    if (!commandLine.parse(argc, argv)) {
+        error = "an option is not known; --help lists them";
+        return false;
+    }
+    if (const char* name = parameterWithoutValue(argc, argv)) {
+        error = std::string(name) + " needs a value; --help tells which";
+        return false;
+    }
+    options.help = commandLine.getSwitch("--help");
+    options.statistics = commandLine.getSwitch("--statistics");
+    options.trackUp = commandLine.getSwitch("--track-up");
+    options.terrain = valueOf("--terrain");
+    options.plan = valueOf("--plan");
+    options.screenshot = valueOf("--screenshot");
+
+    NumberReader numbers(error);
+    if (commandLine.getSwitch("--frames")) {
+        numbers.read("--frames", 1, MostFrames, options.frames);
+    }
+    numbers.readSize("--size", options.widthPixels, options.heightPixels);
+    numbers.read("--range", SmallestRangeMiles, LargestRangeMiles, options.rangeMiles);
+    numbers.read("--time", 0.0, 1e6, options.startSeconds);
+    numbers.read("--speed", 0.0, 256.0, options.speedFactor);
+    return error.empty();
+}
+
+void printHelp()
+{
+    Tavik::Misc::CmdLine::instance().printUsage();
+    std::puts("\n"
+              "Keys:\n"
+              "  + -         zoom in and out (also the mouse wheel)\n"
+              "  arrows      move the map (also by dragging it)\n"
+              "  F           follow the aircraft again\n"
+              "  O           north up or track up\n"
+              "  space       stop and go on\n"
+              "  [ ]         slower and faster\n"
+              "  Q, Escape   end\n"
+              "\n"
+              "Without --terrain the map shows an invented region, whose tiles are made at the first start.\n"
+              "Without --plan the aircraft flies a plan laid out for the terrain.\n"
+              "Where there is no display, the map is drawn into moving_map.png.");
+}
+
+} // namespace MovingMap

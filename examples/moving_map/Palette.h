@@ -1,0 +1,37 @@
+#pragma once
+
+#include <tavik/math/Vector4.h>
+
+namespace MovingMap {
+
+using Color = Tavik::Math::Vector4<float>;
+
+/// Colour of a height: blue at sea level, then greens, ochres, browns and white.
+Color heightColor(double metres);
+
+/// The colour mixed with the map's background.
+/// @param strength  part of the colour, in [0, 1]
+Color onBackground(Color color, float strength);
+
+/// Brighter or darker: the components are multiplied, and kept within [0, 1].
+Color shaded(Color color, float factor);
+
+namespace Palette {
+
+constexpr Color Background(0.035f, 0.047f, 0.063f, 1.0f);
+constexpr Color PanelBackground(0.024f, 0.033f, 0.045f, 1.0f);
+constexpr Color Frame(0.30f, 0.36f, 0.42f, 1.0f);
+constexpr Color Grid(0.16f, 0.20f, 0.24f, 1.0f);
+constexpr Color Casing(0.02f, 0.03f, 0.04f, 0.75f); // dark edge beneath lines that cross the contours
+constexpr Color SeaLevel(0.26f, 0.55f, 0.88f, 1.0f);
+constexpr Color ActiveLeg(1.0f, 0.25f, 0.95f, 1.0f);
+constexpr Color OtherLeg(0.94f, 0.96f, 0.98f, 1.0f);
+constexpr Color FlownLeg(0.55f, 0.58f, 0.62f, 1.0f);
+constexpr Color Rings(0.70f, 0.78f, 0.85f, 0.75f);
+constexpr Color ProjectedTrack(0.35f, 0.95f, 0.45f, 1.0f);
+constexpr Color Station(0.30f, 0.85f, 0.95f, 1.0f);
+constexpr Color Aircraft(1.0f, 0.92f, 0.25f, 1.0f);
+
+} // namespace Palette
+
+} // namespace MovingMap

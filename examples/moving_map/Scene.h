@@ -1,0 +1,22 @@
+#pragma once
+
+#include <moving_map/MapView.h>
+#include <moving_map/Route.h>
+#include <moving_map/RoutePath.h>
+
+namespace MovingMap {
+
+/// What the layers of the map show in one frame.
+struct Scene
+{
+    const Route& route;
+    const RoutePath& path;
+    const MapView& view;
+    RoutePath::State aircraft;
+    double distanceMetres = 0.0; ///< flown
+    double altitudeMetres = 0.0;
+    double speedMetresPerSecond = 0.0;
+    double rangeMetres = 0.0; ///< of the outer ring
+};
+
+} // namespace MovingMap

@@ -1,0 +1,214 @@
+#include <moving_map/BuiltInPlan.h>
+#include <moving_map/Controls.h>
+#include <moving_map/Display.h>
+#include <moving_map/FrameStatistics.h>
+#include <moving_map/Options.h>
+#include <moving_map/PlanLayout.h>
+#include <moving_map/PlanReader.h>
+#include <moving_map/Route.h>
+#include <support/MadeTerrain.h>
+#include <support/Window.h>
+#include <tavik/filesystem/Directory.h>
+#include <tavik/opengl/GlHandler.h>
+
+#include <GL/gl.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace MovingMap {
+
+namespace {
+
+using Tavik::Support::Window;
+
+constexpr int ExitUsage = 2;
+constexpr double FixedFrameSeconds = 1.0 / 60.0;
+constexpr double LongestFrameSeconds = 0.25; // after a pause of the whole program the aircraft does not jump
+constexpr const char* DefaultPicture = "moving_map.png";
+
+int fail(const std::string& what)
+{
+    std::fprintf(stderr, "moving_map: %s\n", what.c_str());
+    return EXIT_FAILURE;
+}
+
+/// The folder of tiles to be shown.
+bool findTerrain(const Options& options, std::string& folder, std::string& error)
+{
+    if (options.terrain.empty()) {
+        folder = Tavik::Support::MadeTerrain::cachedDirectory();
+        error = "no place to write the made terrain to";
+        return !folder.empty();
+    }
+    folder = options.terrain;
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(folder, ignored)) {
+        error = "there is no folder '" + folder + "'";
+        return false;
+    }
+    return true;
+}
+
+bool findPlan(const Options& options, const std::string& folder, TerrainWorker& worker, FlightPlan& plan,
+              std::string& error)
+{
+    if (!options.plan.empty()) {
+        return readPlanFile(options.plan, plan, error);
+    }
+    if (options.terrain.empty()) {
+        return readPlan(BuiltInPlan, "built-in plan", plan, error);
+    }
+    const std::vector<Position> cells = terrainCells(folder);
+    if (cells.empty()) {
+        error = "there are no terrain tiles in '" + folder + "'";
+        return false;
+    }
+    worker.post([&plan, &cells](Terrain& terrain) -> TerrainWorker::Delivery {
+        plan = layOutPlan(cells, [&terrain](double lat, double lon) { return terrain.height(lat, lon); });
+        return [] {};
+    });
+    worker.finish();
+    return true;
+}
+
+/// Draws frame after frame: for as long as the user likes, or a fixed number of them.
+class Program
+{
+public:
+    Program(const Options& options, Window& window, Display& display, Simulation& simulation)
+        : mOptions(options), mWindow(window), mDisplay(display), mSimulation(simulation)
+    {
+        mSettings.rangeMiles = options.rangeMiles;
+        mSettings.trackUp = options.trackUp;
+    }
+
+    /// Until the user ends the program.
+    void runInteractive()
+    {
+        Controls controls(mSettings, mSimulation);
+        auto last = std::chrono::steady_clock::now();
+        while (!controls.quit()) {
+            SDL_Event event;
+            while (mWindow.pollEvent(event)) {
+                controls.handle(event, mDisplay.view());
+            }
+            update();
+            mDisplay.render();
+            mWindow.swap();
+            const auto now = std::chrono::steady_clock::now();
+            const double seconds = std::chrono::duration<double>(now - last).count();
+            last = now;
+            mStatistics.add(seconds);
+            mSimulation.advance(std::min(seconds, LongestFrameSeconds));
+        }
+        printStatistics();
+    }
+
+    /// Frames that depend on nothing but the options; the last one into a picture, where one is wanted.
+    int runFixed(const std::string& picture)
+    {
+        const int frames = std::max(mOptions.frames, 1);
+        for (int frame = 0; frame < frames; ++frame) {
+            const bool last = frame + 1 == frames;
+            update();
+            if (frame == 0 || last) {
+                mDisplay.completeTerrain();
+            }
+            const auto begin = std::chrono::steady_clock::now();
+            mDisplay.render();
+            glFinish();
+            mStatistics.add(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+            if (const unsigned int error = Window::takeGlError(); error != GL_NO_ERROR) {
+                return fail("OpenGL reports error " + std::to_string(error));
+            }
+            if (last && !picture.empty()) {
+                if (!mWindow.readPicture().writePng(picture)) {
+                    return fail("cannot write the picture '" + picture + "'");
+                }
+                std::printf("wrote %s\n", std::filesystem::absolute(picture).c_str());
+            }
+            mWindow.swap();
+            mSimulation.advance(FixedFrameSeconds);
+        }
+        printStatistics();
+        return EXIT_SUCCESS;
+    }
+
+private:
+    void update() { mDisplay.update(mSettings, mSimulation, mWindow.widthPixels(), mWindow.heightPixels()); }
+
+    void printStatistics() const
+    {
+        if (!mOptions.statistics) {
+            return;
+        }
+        mStatistics.print();
+        const ContourCache::Work& work = mDisplay.contours().work();
+        std::printf("contour blocks %zu, mean %.2f ms, worst %.2f ms\n", work.blocks,
+                    1e3 * work.totalSeconds / static_cast<double>(std::max<std::size_t>(work.blocks, 1)),
+                    1e3 * work.longestSeconds);
+    }
+
+    const Options& mOptions;
+    Window& mWindow;
+    Display& mDisplay;
+    Simulation& mSimulation;
+    DisplaySettings mSettings;
+    FrameStatistics mStatistics;
+};
+
+int run(const Options& options)
+{
+    std::string folder;
+    std::string error;
+    if (!findTerrain(options, folder, error)) {
+        return fail(error);
+    }
+    TerrainWorker worker(folder);
+    FlightPlan plan;
+    Route route;
+    if (!findPlan(options, folder, worker, plan, error) || !resolveRoute(plan, route, error)) {
+        return fail(error);
+    }
+    const bool fixed = !options.screenshot.empty() || options.frames > 0;
+    Window window("Moving map", options.widthPixels, options.heightPixels,
+                  fixed ? Window::Visibility::Hidden : Window::Visibility::Shown);
+    if (!window.isOpen()) {
+        return fail(window.error());
+    }
+    Tavik::OpenGL::GlHandler::instance();
+
+    const RoutePath path(route);
+    Simulation simulation(path, route.speedMetresPerSecond, options.startSeconds);
+    simulation.setSpeedFactor(options.speedFactor);
+    Display display(route, path, worker);
+    Program program(options, window, display, simulation);
+    if (fixed || window.isHeadless()) {
+        return program.runFixed(fixed ? options.screenshot : DefaultPicture);
+    }
+    program.runInteractive();
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+
+} // namespace MovingMap
+
+int main(int argc, char** argv)
+{
+    MovingMap::Options options;
+    std::string error;
+    if (!MovingMap::readOptions(argc, argv, options, error)) {
+        std::fprintf(stderr, "moving_map: %s\n", error.c_str());
+        return MovingMap::ExitUsage;
+    }
+    if (options.help) {
+        MovingMap::printHelp();
+        return EXIT_SUCCESS;
+    }
+    return MovingMap::run(options);
+}

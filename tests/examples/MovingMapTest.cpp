@@ -1,0 +1,181 @@
+#include <support/TemporaryDirectory.h>
+
+#include <gtest/gtest.h>
+#include <png.h>
+#include <sys/wait.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+struct Outcome
+{
+    int exitCode = -1;
+    std::string output;
+    std::string errors;
+};
+
+/// Runs the program in a directory of its own, with no display and its cache there.
+class MovingMap : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        directory = new Tavik::Support::TemporaryDirectory();
+        setenv("XDG_CACHE_HOME", directory->path().c_str(), 1);
+        setenv("SDL_VIDEODRIVER", "offscreen", 1);
+    }
+    static void TearDownTestSuite() { delete directory; }
+
+    static std::string path(const std::string& name) { return directory->path() + "/" + name; }
+
+    static std::string contents(const std::string& name)
+    {
+        std::ostringstream text;
+        text << std::ifstream(path(name)).rdbuf();
+        return text.str();
+    }
+
+    static Outcome run(const std::string& arguments)
+    {
+        const std::string command = "cd '" + directory->path() + "' && '" MOVING_MAP "' " + arguments + " >out 2>err";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents("out"), contents("err")};
+    }
+
+    static Tavik::Support::TemporaryDirectory* directory;
+};
+
+Tavik::Support::TemporaryDirectory* MovingMap::directory = nullptr;
+
+struct Pixels
+{
+    unsigned int width = 0;
+    unsigned int height = 0;
+    std::vector<std::uint32_t> colors;
+
+    /// How many pixels of some rows have another colour than the commonest one there.
+    std::size_t drawnBetween(double top, double bottom) const
+    {
+        std::map<std::uint32_t, std::size_t> counts;
+        std::size_t all = 0;
+        const auto from = static_cast<std::size_t>(top * height) * width;
+        const auto to = static_cast<std::size_t>(bottom * height) * width;
+        for (std::size_t i = from; i < to; ++i, ++all) {
+            ++counts[colors[i]];
+        }
+        std::size_t most = 0;
+        for (const auto& [color, count] : counts) {
+            most = std::max(most, count);
+        }
+        return all - most;
+    }
+};
+
+Pixels readPng(const std::string& path)
+{
+    Pixels pixels;
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, path.c_str()) != 0) {
+        image.format = PNG_FORMAT_RGBA;
+        pixels.width = image.width;
+        pixels.height = image.height;
+        pixels.colors.resize(std::size_t{image.width} * image.height);
+        png_image_finish_read(&image, nullptr, pixels.colors.data(), 0, nullptr);
+    }
+    return pixels;
+}
+
+} // namespace
+
+TEST_F(MovingMap, DrawsMapAndProfileTheSameEachTime)
+{
+    const std::string arguments = "--size 640x400 --frames 2 --time 600 --screenshot ";
+    for (const char* name : {"a.png", "b.png"}) {
+        const Outcome result = run(arguments + name);
+        ASSERT_EQ(result.exitCode, 0) << result.output << result.errors;
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.output.find("Error"), std::string::npos) << result.output;
+    }
+    const Pixels picture = readPng(path("a.png"));
+    ASSERT_EQ(picture.width, 640u);
+    ASSERT_EQ(picture.height, 400u);
+    EXPECT_GT(picture.drawnBetween(0.05, 0.70), 20000u); // contours
+    EXPECT_GT(picture.drawnBetween(0.80, 0.98), 5000u);  // ground of the profile
+    EXPECT_EQ(picture.colors, readPng(path("b.png")).colors);
+
+    ASSERT_EQ(run("--size 640x400 --time 600 --track-up --screenshot c.png").exitCode, 0);
+    EXPECT_NE(picture.colors, readPng(path("c.png")).colors);
+}
+
+TEST_F(MovingMap, WritesAPictureWhereThereIsNoDisplay)
+{
+    const Outcome result = run("");
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_NE(result.output.find(path("moving_map.png")), std::string::npos) << result.output;
+    EXPECT_EQ(readPng(path("moving_map.png")).width, 1280u);
+}
+
+TEST_F(MovingMap, SteadyFramesMakeNoContours)
+{
+    const Outcome result = run("--size 320x200 --frames 5 --statistics");
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_NE(result.output.find("frames 5, mean"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("contour blocks"), std::string::npos) << result.output;
+}
+
+TEST_F(MovingMap, DrawsWithoutATileThatCannotBeRead)
+{
+    std::filesystem::create_directory(path("broken"));
+    std::ofstream(path("broken/N48E011.SRTMGL3.hgt.zip")) << "this is no archive";
+    std::ofstream(path("broken/N49E011.DT1")) << "nor is this a tile";
+    EXPECT_EQ(run("--terrain broken --size 320x200 --screenshot broken.png").exitCode, 0);
+    EXPECT_EQ(readPng(path("broken.png")).width, 320u);
+}
+
+TEST_F(MovingMap, WrongCommandLinesEndWithASentence)
+{
+    std::ofstream(path("bad.plan")) << "start A 45 -31\nto B 99 -31\n";
+    std::filesystem::create_directory(path("empty"));
+    struct Case
+    {
+        const char* arguments;
+        int exitCode;
+        const char* sentence;
+    };
+    const Case cases[] = {
+        {"--help", 0, ""},
+        {"--fast", 2, "an option is not known"},
+        {"--screenshot", 2, "--screenshot needs a value"},
+        {"--size 640", 2, "the value '640' of --size"},
+        {"--size 640x63", 2, "'640x63'"},
+        {"--size 8193x640", 2, "'8193x640'"},
+        {"--size 640x480x3", 2, "'640x480x3'"},
+        {"--size 99999999999999999999x640", 2, "--size"},
+        {"--frames 0", 2, "the value '0' of --frames"},
+        {"--frames 1.5", 2, "--frames"},
+        {"--range 0.5", 2, "--range"},
+        {"--range nan", 2, "--range"},
+        {"--speed -1", 2, "--speed"},
+        {"--time 1e9", 2, "--time"},
+        {"--terrain missing", 1, "there is no folder 'missing'"},
+        {"--terrain bad.plan", 1, "there is no folder 'bad.plan'"},
+        {"--terrain empty", 1, "there are no terrain tiles in 'empty'"},
+        {"--plan missing.plan", 1, "missing.plan: cannot read"},
+        {"--plan bad.plan", 1, "bad.plan:2: latitude '99'"},
+        {"--size 64x64 --screenshot missing/a.png", 1, "cannot write the picture 'missing/a.png'"},
+    };
+    for (const Case& c : cases) {
+        const Outcome result = run(c.arguments);
+        EXPECT_EQ(result.exitCode, c.exitCode) << c.arguments;
+        EXPECT_NE(result.errors.find(c.sentence), std::string::npos) << c.arguments << ": " << result.errors;
+        EXPECT_EQ(result.errors.empty(), c.exitCode == 0) << c.arguments;
+    }
+}

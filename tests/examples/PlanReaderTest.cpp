@@ -1,0 +1,146 @@
+#include <moving_map/BuiltInPlan.h>
+#include <moving_map/PlanReader.h>
+#include <moving_map/Route.h>
+#include <support/TemporaryDirectory.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+using namespace MovingMap;
+
+TEST(PlanReader, ReadsEveryKindOfLegAndOption)
+{
+    FlightPlan plan;
+    std::string error;
+    ASSERT_TRUE(readPlan("# comment\n"
+                         "speed 180   # knots\n"
+                         "\r\n"
+                         "station VOR 45.5 -31.25\n"
+                         "start A 45 -31.5 altitude 1000\n"
+                         "to B 45.25 -31.5 flyover left radius 2.5\n"
+                         "\tcross C A 020 VOR 350.5 right\r\n"
+                         "arc D VOR 12 counterclockwise 270 course 90 altitude 5000\n"
+                         "turn E 360 radius 1\n",
+                         "test.plan", plan, error))
+        << error;
+    EXPECT_EQ(plan.source, "test.plan");
+    EXPECT_DOUBLE_EQ(plan.speedMetresPerSecond, 92.6);
+    ASSERT_EQ(plan.stations.size(), 1u);
+    EXPECT_EQ(plan.stations[0].position.lonDegrees, -31.25);
+    ASSERT_EQ(plan.legs.size(), 5u);
+
+    EXPECT_EQ(std::get<DirectLeg>(plan.legs[0].kind).to.latDegrees, 45.0);
+    EXPECT_DOUBLE_EQ(plan.legs[0].altitudeMetres.value_or(0.0), 304.8);
+    EXPECT_FALSE(plan.legs[0].radiusMetres.has_value());
+
+    EXPECT_TRUE(std::get<DirectLeg>(plan.legs[1].kind).flyOver);
+    EXPECT_EQ(plan.legs[1].turn, TurnDirection::Left);
+    EXPECT_DOUBLE_EQ(plan.legs[1].radiusMetres.value_or(0.0), 4630.0);
+    EXPECT_EQ(plan.legs[1].line, 6);
+
+    const auto& crossing = std::get<CrossingLeg>(plan.legs[2].kind);
+    EXPECT_EQ(crossing.firstFix + crossing.secondFix, "AVOR");
+    EXPECT_EQ(crossing.secondCourseDegrees, 350.5);
+    EXPECT_EQ(plan.legs[2].turn, TurnDirection::Right);
+
+    const auto& arc = std::get<ArcLeg>(plan.legs[3].kind);
+    EXPECT_DOUBLE_EQ(arc.distanceMetres, 12 * 1852.0);
+    EXPECT_FALSE(arc.clockwise);
+    EXPECT_EQ(arc.radialDegrees, 270.0);
+    EXPECT_EQ(arc.courseDegrees.value_or(0.0), 90.0);
+
+    EXPECT_EQ(std::get<TurnLeg>(plan.legs[4].kind).courseDegrees, 360.0);
+}
+
+TEST(PlanReader, NamesSourceLineAndFault)
+{
+    const std::string start = "start A 45 -31\n";
+    struct Case
+    {
+        std::string text;
+        const char* complaint;
+    };
+    const Case cases[] = {
+        {"", "p:0: the plan needs a 'start'"},
+        {start, "p:1: the plan needs a 'start' and at least one leg"},
+        {"to B 45 -31\n", "p:1: the first leg must be a 'start'"},
+        {"strat A 45 -31\n", "p:1: unknown entry 'strat'"},
+        {start + start, "p:2: a second 'start'"},
+        {start + "fly B 46 -31\n", "p:2: unknown entry 'fly'"},
+        {start + "to\n", "p:2: name is missing"},
+        {start + "to B 46\n", "p:2: longitude is missing"},
+        {start + "to B 46n -31\n", "p:2: latitude '46n' is no number from -85 to 85"},
+        {start + "to B 86 -31\n", "latitude '86'"},
+        {start + "to B nan -31\n", "latitude 'nan'"},
+        {start + "to B 1e999 -31\n", "latitude '1e999'"},
+        {start + "to B 46 -181\n", "longitude '-181'"},
+        {start + "to A 46 -31\n", "p:2: 'A' is named twice"},
+        {start + "to B 46 -31 altitude\n", "altitude in feet is missing"},
+        {start + "to B 46 -31 altitude 70000\n", "altitude in feet '70000'"},
+        {start + "to B 46 -31 radius 0\n", "radius in miles '0'"},
+        {start + "to B 46 -31 course 90\n", "'course' does not belong here"},
+        {start + "turn B 90 flyover\n", "'flyover' does not belong here"},
+        {start + "cross B A 90 C 0\n", "no fix or station 'C' above this line"},
+        {start + "arc B A 10 clockwise 90\n", "no station 'A' above this line"},
+        {"station S 45 -31\n" + start + "arc B S 10 right 90\n", "p:3: direction 'right' is neither"},
+        {"station S 45 -31 46\n", "p:1: '46' does not belong here"},
+        {"speed fast\n", "p:1: speed in knots 'fast'"},
+        {std::string("start A\0 45 -31\n", 16), "p:1:"},
+    };
+    for (const Case& c : cases) {
+        FlightPlan plan;
+        plan.source = "untouched";
+        std::string error;
+        EXPECT_FALSE(readPlan(c.text, "p", plan, error)) << c.text;
+        EXPECT_THAT(error, testing::HasSubstr(c.complaint)) << c.text;
+        EXPECT_EQ(plan.source, "untouched") << c.text;
+    }
+}
+
+TEST(PlanReader, FilesThatAreNoPlansAreNamed)
+{
+    const Tavik::Support::TemporaryDirectory directory;
+    const std::string large = directory.path() + "/large";
+    std::ofstream(large) << std::string(1'000'001, '\n');
+    for (const std::string& path : {directory.path() + "/missing", directory.path(), large}) {
+        FlightPlan plan;
+        std::string error;
+        EXPECT_FALSE(readPlanFile(path, plan, error)) << path;
+        EXPECT_THAT(error, testing::StartsWith(path + ": ")) << path;
+    }
+    const std::string good = directory.path() + "/good";
+    std::ofstream(good) << BuiltInPlan;
+    FlightPlan plan;
+    std::string error;
+    EXPECT_TRUE(readPlanFile(good, plan, error)) << error;
+}
+
+TEST(Route, LegsThatCannotBeFlownAreNamed)
+{
+    const std::string start = "station S 45.5 -31\nstart A 45 -31\n";
+    struct Case
+    {
+        const char* name;
+        std::string legs;
+        const char* complaint;
+    };
+    const Case cases[] = {
+        {"parallel courses", "to B 45 -30\ncross C A 0 B 0\n", "p:4: the courses from 'A' and 'B' do not cross ahead"},
+        {"crossing behind", "to B 45 -30\ncross C A 200 B 160\n", "do not cross ahead"},
+        {"circle missed", "arc B S 10 clockwise 90 course 90\n", "p:3: the course to the arc of 'B'"},
+        {"circle behind", "arc B S 10 clockwise 90 course 180\n", "does not reach its circle ahead"},
+        {"no length", "to B 45 -31\n", "p:3: the leg to 'B' has no length"},
+        {"too long", "to B 45 10\n", "p:3: the leg to 'B' is longer than 600 miles"},
+        {"turn without a leg", "turn B 90\n", "p:3: 'B' turns where no leg has been flown"},
+    };
+    for (const Case& c : cases) {
+        FlightPlan plan;
+        Route route;
+        std::string error;
+        ASSERT_TRUE(readPlan(start + c.legs, "p", plan, error)) << error;
+        EXPECT_FALSE(resolveRoute(plan, route, error)) << c.name;
+        EXPECT_THAT(error, testing::HasSubstr(c.complaint)) << c.name;
+    }
+}

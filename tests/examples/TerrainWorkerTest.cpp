@@ -1,0 +1,121 @@
+#include <moving_map/RouteProfile.h>
+#include <moving_map/TerrainWorker.h>
+#include <support/DtedWriter.h>
+#include <support/TemporaryDirectory.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+
+using namespace MovingMap;
+using Tavik::Support::TemporaryDirectory;
+
+namespace {
+
+/// A tile at 47 N 11 E that rises by one metre for each post to the north, and one at 48 N 11 E that cannot be read.
+void writeTiles(const std::string& directory)
+{
+    Tavik::Support::writeDted(directory + "/a.DT1", {47, 11},
+                              [](unsigned int i, unsigned int) { return 500 + static_cast<int>(i); });
+    std::ofstream(directory + "/N48E011.SRTMGL3.hgt.zip") << "this is no archive";
+}
+
+} // namespace
+
+TEST(TerrainWorker, AnswersWithHeightsAndTellsWhereThereAreNone)
+{
+    const TemporaryDirectory directory;
+    writeTiles(directory.path());
+    TerrainWorker worker(directory.path());
+    struct Case
+    {
+        const char* name;
+        double lat;
+        double lon;
+        double height;
+    };
+    const double unknown = std::nan("");
+    const Case cases[] = {
+        {"south-west corner", 47.0, 11.0, 500.0},  {"inside", 47.5, 11.5, 1100.0},
+        {"eastern edge", 47.25, 12.0, 800.0},      {"northern edge", 48.0, 11.5, 1700.0},
+        {"north-east corner", 48.0, 12.0, 1700.0}, {"unreadable tile", 48.5, 11.5, unknown},
+        {"no tile", 46.9, 11.5, unknown},          {"beyond the edge", 47.5, 12.1, unknown},
+        {"off the earth", 500.0, 1e30, unknown},   {"no number", unknown, 11.5, unknown},
+    };
+    int answers = 0;
+    for (const Case& c : cases) {
+        worker.post([&](Terrain& terrain) -> TerrainWorker::Delivery {
+            const double height = terrain.height(c.lat, c.lon);
+            return [&answers, &c, height] {
+                ++answers;
+                EXPECT_TRUE(std::isnan(c.height) ? std::isnan(height) : std::abs(height - c.height) < 0.01)
+                    << c.name << ": " << height;
+            };
+        });
+    }
+    worker.finish();
+    EXPECT_EQ(answers, 10);
+}
+
+TEST(TerrainWorker, DeliversInOrderAndNoMoreThanAsked)
+{
+    const TemporaryDirectory directory;
+    TerrainWorker worker(directory.path());
+    std::vector<int> order;
+    for (int i = 0; i < 5; ++i) {
+        worker.post([i, &order](Terrain&) -> TerrainWorker::Delivery { return [i, &order] { order.push_back(i); }; });
+    }
+    std::size_t delivered = 0;
+    while (delivered < 2) {
+        delivered += worker.deliver(2 - delivered);
+    }
+    EXPECT_EQ(order, (std::vector<int>{0, 1}));
+    worker.finish();
+    EXPECT_EQ(order, (std::vector<int>{0, 1, 2, 3, 4}));
+    EXPECT_EQ(worker.deliver(9), 0u);
+}
+
+TEST(TerrainWorker, EndsWithJobsLeft)
+{
+    const TemporaryDirectory directory;
+    int done = 0;
+    {
+        TerrainWorker worker(directory.path());
+        for (int i = 0; i < 1000; ++i) {
+            worker.post([&done](Terrain&) -> TerrainWorker::Delivery {
+                ++done;
+                return [] {};
+            });
+        }
+    }
+    EXPECT_LE(done, 1000);
+}
+
+TEST(RouteProfile, ShowsTheGroundUnderThePath)
+{
+    const TemporaryDirectory directory;
+    writeTiles(directory.path());
+    Route route;
+    route.start = {47.1, 11.5};
+    RouteLeg leg;
+    leg.from = route.start;
+    leg.to = {47.9, 11.5};
+    route.legs.push_back(leg);
+    const RoutePath path(route);
+    TerrainWorker worker(directory.path());
+    RouteProfile profile(path, worker);
+    profile.update(0.0, path.length());
+    EXPECT_FALSE(profile.isComplete());
+    while (!profile.isComplete()) {
+        worker.finish();
+        profile.update(0.0, path.length());
+    }
+    const std::vector<float> heights = profile.highest(-0.5 * path.length(), path.length() / 10.0, 20);
+    ASSERT_EQ(heights.size(), 20u);
+    EXPECT_TRUE(std::isnan(heights[3]));
+    for (std::size_t i = 5; i < 15; ++i) { // the northern end of each piece is the highest
+        EXPECT_NEAR(heights[i], 500.0 + 1200.0 * (0.1 + 0.08 * static_cast<double>(i - 4)), 3.0) << i;
+    }
+    EXPECT_TRUE(std::isnan(heights[17]));
+}
