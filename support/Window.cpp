@@ -87,6 +87,10 @@ Picture Window::readPicture() const
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
     glReadPixels(0, 0, picture.width(), picture.height(), GL_RGBA, GL_UNSIGNED_BYTE, picture.data());
     picture.flipRows();
+    // Some drivers keep an alpha channel though none was asked for; on the screen it is not seen.
+    for (std::size_t i = 3; i < std::size_t{4} * std::size_t(picture.width()) * std::size_t(picture.height()); i += 4) {
+        picture.data()[i] = 255;
+    }
     return picture;
 }
 

@@ -8,6 +8,7 @@
 #include <GL/glew.h>
 
 #include <cstdio>
+#include <vector>
 
 namespace Tavik::OpenGL {
 
@@ -30,31 +31,34 @@ std::string versionText(GLenum name)
 void installMessageCallback()
 {
     // The entry point alone says little: a loader may hand out one that the context does not support.
-    if (glDebugMessageCallback == nullptr || glewGetExtension("GL_KHR_debug") == GL_FALSE) {
+    if (glDebugMessageCallback == nullptr || (!GLEW_VERSION_4_3 && glewGetExtension("GL_KHR_debug") == GL_FALSE)) {
         return;
     }
     glEnable(GL_DEBUG_OUTPUT);
     glDebugMessageCallback(MessageCallback, nullptr);
 }
 
-void attachStage(ShaderProgram& program, Shader::TShaderType type, const ShaderSource& source)
+Shader compile(Shader::TShaderType type, const ShaderSource& source)
 {
     Shader shader(type);
     shader.loadSource(source.text, source.length);
     shader.compile();
-    program.attachShader(shader);
+    return shader;
 }
 
 ShaderProgram build(const StandardProgram& standard)
 {
-    ShaderProgram program;
-    attachStage(program, Shader::VertexShader, standard.vertex);
-    attachStage(program, Shader::FragmentShader, standard.fragment);
+    std::vector<Shader> stages = {compile(Shader::VertexShader, standard.vertex),
+                                  compile(Shader::FragmentShader, standard.fragment)};
     if (standard.geometry.text != nullptr) {
-        attachStage(program, Shader::GeometryShader, standard.geometry);
+        stages.push_back(compile(Shader::GeometryShader, standard.geometry));
+    }
+    ShaderProgram program;
+    for (const Shader& stage : stages) {
+        program.attachShader(stage);
     }
     for (const AttributeLocation& attribute : standard.attributes) {
-        program.bindLocation(attribute.location, attribute.name);
+        program.bindLocation(static_cast<int>(attribute.location), attribute.name);
     }
     program.link();
     return program;

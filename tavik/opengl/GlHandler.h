@@ -29,20 +29,22 @@ namespace Tavik::OpenGL {
 /// Standard programs, with vertex attributes at the same locations in all of them: "vertex" 0, "vertexUV" 2,
 /// "normals" 3, "color" 4, "position" 5.
 ///
-/// | id | draws                                   | attributes         | uniforms beside "mvp" |
-/// |----|-----------------------------------------|--------------------|-----------------------|
-/// |  1 | a colour for each vertex                | vertex, color      | |
-/// |  2 | one colour                              | vertex             | color |
-/// |  3 | a texture                               | vertex, vertexUV   | color, myTextureSampler |
-/// |  4 | a map picture with shaded relief        | vertex, vertexUV, normals | color, lightDirection, shadingOn,
-/// terrainShadingFactor, terrainContrast, terrainBrightness, osmTerrain, Texture0, Texture1, Texture2 | |  5 | glyphs
-/// from coverage                    | vertex, vertexUV   | color, offset, myTextureSampler | |  6 | glyphs from a
-/// distance field            | vertex, vertexUV   | color, offset, outlineColor, outlineWidth, Texture0 | |  7 | stroke
-/// glyphs                           | vertex             | color, offset | |  8 | wide segments | vertex, position   |
-/// color, lineWidth, viewPort, antialias, lineStipple | |  9 | wide polylines                          | vertex,
-/// position   | color, lineWidth, lfactor, viewPort, antialias, lineStipple | | 10 | wide polylines, a colour for each
-/// vertex | vertex, color, position | as 9 without color | | 11 | one colour through a 32 × 32 pattern    | vertex |
-/// color, stipplePattern, stippleUse |
+/// | id | draws | attributes | uniforms beside "mvp" |
+/// |---|---|---|---|
+/// | 1 | a colour for each vertex | vertex, color | |
+/// | 2 | one colour | vertex | color |
+/// | 3 | a texture | vertex, vertexUV | color, myTextureSampler |
+/// | 4 | a map picture with shaded relief | vertex, vertexUV, normals | below |
+/// | 5 | glyphs from coverage | vertex, vertexUV | color, offset, myTextureSampler |
+/// | 6 | glyphs from a distance field | vertex, vertexUV | color, offset, outlineColor, outlineWidth, Texture0 |
+/// | 7 | stroke glyphs | vertex | color, offset |
+/// | 8 | wide segments | vertex, position | color, lineWidth, viewPort, antialias, lineStipple |
+/// | 9 | wide polylines | vertex, position | as 8, lfactor |
+/// | 10 | wide polylines, a colour for each vertex | vertex, color, position | as 9 without color |
+/// | 11 | one colour through a 32 × 32 pattern | vertex | color, stipplePattern, stippleUse |
+///
+/// Program 4 takes color, lightDirection, shadingOn, terrainShadingFactor, terrainContrast, terrainBrightness,
+/// osmTerrain, Texture0, Texture1 and Texture2.
 ///
 /// Identifier 0 stands for no program. Programs and shaders live until the process ends. Where OpenGL cannot be loaded
 /// (there is no current context, say), that is printed, there are no programs, and drawing is without effect.

@@ -5,7 +5,7 @@
 
 namespace Tavik::OpenGL {
 
-/// Prints the log of a shader or program, and a newline, to standard output; nothing when it is empty.
+/// Prints the log of a shader or program, and a newline, to standard output; nothing when its length is 0.
 /// @param length  as OpenGL reports it
 /// @param fetch  called with (size, buffer) to fill the buffer
 template <typename Fetch>

@@ -48,6 +48,9 @@ void LineBuffers::upload(const LineGeometry& geometry)
 
 void LineBuffers::uploadPositions(const LineGeometry& geometry)
 {
+    if (!exist()) {
+        return;
+    }
     mVertexArray.bind();
     uploadPositionAttributes(mPositionBuffer, geometry);
     VertexArray::unbind();

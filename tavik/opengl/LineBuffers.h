@@ -16,13 +16,13 @@ class LineGeometry;
 class TAVIK_API LineBuffers
 {
 public:
-    /// Whether anything has been uploaded since the start or the last clear().
-    bool exist() const { return mVertexArray.name() != 0; }
+    /// Whether everything has been uploaded since the start or the last clear().
+    bool exist() const { return mIndexBuffer.name() != 0; }
 
     /// Uploads everything; creates what does not exist yet. The vertex array object is not bound afterwards.
     void upload(const LineGeometry& geometry);
 
-    /// Uploads the positions alone.
+    /// Uploads the positions alone; nothing while the rest does not exist.
     void uploadPositions(const LineGeometry& geometry);
 
     void bind() { mVertexArray.bind(); }

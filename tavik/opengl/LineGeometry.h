@@ -63,7 +63,6 @@ public:
     bool isDirty() const { return mIsDirty; }
     void setUploaded() { mIsDirty = false; }
 
-    std::uint32_t separator() const { return mSeparator; }
     const std::vector<Math::Vector3<float>>& vertices() const { return mVertices; }
     /// Running length in pixels, one for each vertex once calcPositions() has run.
     const std::vector<float>& positions() const { return mPositions; }

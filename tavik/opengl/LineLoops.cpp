@@ -12,6 +12,7 @@ namespace Tavik::OpenGL {
 
 namespace {
 
+constexpr const char* Where = "void Tavik::OpenGL::LineLoops::render(double)";
 constexpr double ScaleTolerance = 0.001;
 
 } // namespace
@@ -77,10 +78,11 @@ void LineLoops::render(double scale)
             calcPositions();
         }
     }
+    GlHandler::checkError("LineLoops", Where); // setting uniforms would drop the errors of the upload
     beginLines(PolylineProgram, mStyle, true);
     mBuffers.bind();
     drawStrips(GL_LINE_STRIP_ADJACENCY, LoopSeparator, -1, mGeometry.indices().size());
-    GlHandler::checkError("LineLoops", "void Tavik::OpenGL::LineLoops::render(double)");
+    GlHandler::checkError("LineLoops", Where);
     endLines();
 }
 

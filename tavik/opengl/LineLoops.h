@@ -30,7 +30,8 @@ namespace Tavik::OpenGL {
 ///
 /// Drawing blends with source alpha over what is there, or, without anti-aliasing, does not blend at all. Afterwards
 /// the blend state stays so, primitive restart and line smoothing are off, and no program and no vertex array is
-/// bound. OpenGL errors are printed once for each render().
+/// bound. OpenGL errors of the drawing and of an upload before it are
+/// printed.
 ///
 /// The object owns its OpenGL objects: destroy it while its context is current, or when there is none. After a move the
 /// source may only be assigned to or destroyed. Rendering thread only.
@@ -42,13 +43,14 @@ public:
 
     LineLoops() : mGeometry(LoopSeparator) {}
 
-    /// Append a vertex to the one loop that is built in this way; missing z is 0, w is dropped. The next upload closes
-    /// it, unless addLineLoop() was called since the last clearVertex().
+    /// Append a vertex to the one loop that is built in this way; missing z is 0, w is dropped. The first upload after
+    /// a clearVertex() closes it, unless addLineLoop() has been called since.
     void addVertex(Math::Vector2<float> vertex) { mGeometry.addVertex({vertex.x, vertex.y, 0.0f}); }
     void addVertex(Math::Vector3<float> vertex) { mGeometry.addVertex(vertex); }
     void addVertex(Math::Vector4<float> vertex) { mGeometry.addVertex({vertex.x, vertex.y, vertex.z}); }
 
-    /// Append the points and the first of them once more, and end the loop.
+    /// Append the points and the first of them once more, and end the loop. Vertices that were added one by one before
+    /// are its beginning.
     void addLineLoop(const std::vector<Math::Vector2<float>>& points);
     void addLineLoop(const std::vector<Math::Vector3<float>>& points);
     void addLineLoop(const std::vector<Math::Vector4<float>>& points);
@@ -60,7 +62,8 @@ public:
     void clear() { mBuffers.clear(); }
 
     /// Replaces the vertices by the four corners (0, 0), (0, height), (width, 0), (width, height), but not the indices:
-    /// which corners are joined is the caller's to say, by vertices added before. Indices beyond them draw nothing.
+    /// which corners are joined is the caller's to say, by vertices added before. Indices beyond them draw
+    /// nothing, now and when there are more vertices again.
     void setRect(unsigned int width, unsigned int height) { mGeometry.setRect(width, height); }
 
     /// Width of the band, pixels.
@@ -86,8 +89,9 @@ public:
     void calcPositions();
 
     /// Draws, if there are at least two indices.
-    /// @param scale  the scale of the drawing, in any unit: when it has changed by more than 0.001 the stipple is
-    ///               measured anew
+    /// @param scale  the scale of the drawing, in any unit. A stipple is measured anew when this differs by more than
+    ///               0.001 from the scale it was last measured for in this way, at first 0; the measuring of an upload
+    ///               does not count.
     void render(double scale);
 
 private:

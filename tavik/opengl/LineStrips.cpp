@@ -8,6 +8,12 @@
 
 namespace Tavik::OpenGL {
 
+namespace {
+
+constexpr const char* Where = "void Tavik::OpenGL::LineStrips::render(int)";
+
+} // namespace
+
 void LineStrips::addLineStrip(const std::vector<Math::Vector2<float>>& points)
 {
     mGeometry.addPoints(points);
@@ -56,11 +62,12 @@ void LineStrips::render(int count)
     } else if (!mBuffers.exist()) {
         init();
     }
+    GlHandler::checkError("LineStrips", Where); // setting uniforms would drop the errors of the upload
     const bool oneColor = !mUseMultiColor || !mGeometry.hasColors();
     beginLines(oneColor ? PolylineProgram : PolylineColorProgram, mStyle, oneColor);
     mBuffers.bind();
     drawStrips(GL_LINE_STRIP_ADJACENCY, StripSeparator, count, mGeometry.indices().size());
-    GlHandler::checkError("LineStrips", "void Tavik::OpenGL::LineStrips::render(int)");
+    GlHandler::checkError("LineStrips", Where);
     endLines();
 }
 

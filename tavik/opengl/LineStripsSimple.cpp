@@ -8,6 +8,12 @@
 
 namespace Tavik::OpenGL {
 
+namespace {
+
+constexpr const char* Where = "void Tavik::OpenGL::LineStripsSimple::render(int)";
+
+} // namespace
+
 void LineStripsSimple::addLineStrip(const std::vector<Math::Vector2<float>>& points)
 {
     mGeometry.addPoints(points);
@@ -49,11 +55,12 @@ void LineStripsSimple::render(int count)
     } else if (!mBuffers.exist()) {
         init();
     }
+    GlHandler::checkError("LineStripsSimple", Where); // setting uniforms would drop the errors of the upload
     const bool oneColor = !mUseMultiColor || !mGeometry.hasColors();
     beginLines(oneColor ? OneColorProgram : VertexColorProgram, mStyle, oneColor);
     mBuffers.bind();
     drawStrips(GL_LINE_STRIP, StripSeparator, count, mGeometry.indices().size());
-    GlHandler::checkError("LineStripsSimple", "void Tavik::OpenGL::LineStripsSimple::render(int)");
+    GlHandler::checkError("LineStripsSimple", Where);
     endLines();
 }
 

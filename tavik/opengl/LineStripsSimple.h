@@ -25,7 +25,8 @@ namespace Tavik::OpenGL {
 ///
 /// Drawing blends with source alpha over what is there, or, without anti-aliasing, does not blend at all. Afterwards
 /// the blend state stays so, primitive restart and line smoothing are off, and no program and no vertex array is
-/// bound. OpenGL errors are printed once for each render().
+/// bound. OpenGL errors of the drawing and of an upload before it are
+/// printed.
 ///
 /// The object owns its OpenGL objects: destroy it while its context is current, or when there is none. After a move the
 /// source may only be assigned to or destroyed. Rendering thread only.
@@ -66,7 +67,8 @@ public:
     void clear() { mBuffers.clear(); }
 
     /// Replaces the vertices by the four corners (0, 0), (0, height), (width, 0), (width, height), but not the indices:
-    /// which corners are joined is the caller's to say, by vertices added before. Indices beyond them draw nothing.
+    /// which corners are joined is the caller's to say, by vertices added before. Indices beyond them draw
+    /// nothing, now and when there are more vertices again.
     void setRect(unsigned int width, unsigned int height) { mGeometry.setRect(width, height); }
 
     /// Kept, but without effect: the lines are as thin as OpenGL draws them.

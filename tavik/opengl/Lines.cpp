@@ -14,6 +14,12 @@
 
 namespace Tavik::OpenGL {
 
+namespace {
+
+constexpr const char* Where = "void Tavik::OpenGL::Lines::render()";
+
+} // namespace
+
 void Lines::addVertex(Math::Vector3<float> vertex)
 {
     mVertices.push_back(vertex);
@@ -62,12 +68,13 @@ void Lines::render()
     if (mIsDirty || mVertexArray.name() == 0) {
         setData();
     }
+    GlHandler::checkError("Lines", Where); // setting uniforms would drop the errors of the upload
     beginLines(SegmentProgram, mStyle, true);
     mVertexArray.bind();
     MatrixActivate();
     const auto count = std::min<std::size_t>(mVertices.size(), std::numeric_limits<int>::max());
     glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(count));
-    GlHandler::checkError("Lines", "void Tavik::OpenGL::Lines::render()");
+    GlHandler::checkError("Lines", Where);
     endLines();
 }
 

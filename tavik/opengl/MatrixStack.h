@@ -36,8 +36,10 @@ TAVIK_API void MatrixPop();
 /// Makes the current matrix the identity.
 TAVIK_API void MatrixLoadIdent();
 
+/// Moves by x, y and z, each rounded to single precision.
 TAVIK_API void MatrixTranslate(double x, double y, double z);
 
+/// Scales by x, y and z, each rounded to single precision.
 TAVIK_API void MatrixScale(double x, double y, double z);
 
 /// Turns counter-clockwise about an axis through the origin.

@@ -10,8 +10,9 @@ namespace Tavik::OpenGL {
 
 /// Length along the vertices, each joined to the one before it, as it appears on the screen; stipples count by it.
 ///
-/// A step from or to a vertex that is NaN, infinite or beyond any screen counts as zero, so that it does not spoil the
-/// vertices after it.
+/// A step from or to a vertex that is NaN or infinite, or a step too long for single precision, counts as zero, so that
+/// it does not spoil the vertices after it. The sum is kept in single precision: behind a vertex far outside the screen
+/// it counts in coarser steps than pixels.
 ///
 /// @param transform  to clip space; not divided by w
 /// @param viewPort  size of the drawing area, pixels

@@ -32,6 +32,10 @@ public:
     /// Creates the OpenGL program.
     ShaderProgram();
 
+    // Declared so that moving copies too: a program has no state in which it may not be used.
+    ShaderProgram(const ShaderProgram&) = default;
+    ShaderProgram& operator=(const ShaderProgram&) = default;
+
     /// OpenGL's name of the program; 0 while OpenGL is not loaded.
     unsigned int handle() const { return mHandle; }
 
@@ -54,7 +58,8 @@ public:
     bool use(bool on);
 
     /// Where a uniform lives.
-    /// @return −1 when the linked program does not use a uniform of this name
+    /// @return −1 when the linked program does not use a uniform of this name; −1, and an OpenGL error left pending,
+    ///         when the program is not linked
     int uniformLocation(const std::string& name);
 
     /// Set a uniform of the program that is current, so use(true) first; a name that the program does not use is

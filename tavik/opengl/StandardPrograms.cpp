@@ -1,5 +1,6 @@
 #include <tavik/opengl/StandardPrograms.h>
 
+#include <tavik/opengl/AttributeLocations.h>
 #include <tavik/opengl/BuiltinShaders.h>
 
 namespace Tavik::OpenGL {
@@ -14,11 +15,11 @@ std::vector<StandardProgram> standardPrograms()
     const ShaderSource polylines = {ShaderLineAdjacency_geom, ShaderLineAdjacency_geom_len};
     const ShaderSource lineFragment = {ShaderLine_frag, ShaderLine_frag_len};
 
-    const AttributeLocation vertex = {"vertex", 0};
-    const AttributeLocation vertexUV = {"vertexUV", 2};
-    const AttributeLocation normals = {"normals", 3};
-    const AttributeLocation color = {"color", 4};
-    const AttributeLocation position = {"position", 5};
+    const AttributeLocation vertex = {"vertex", VertexLocation};
+    const AttributeLocation vertexUV = {"vertexUV", TextureCoordinateLocation};
+    const AttributeLocation normals = {"normals", NormalsLocation};
+    const AttributeLocation color = {"color", ColorLocation};
+    const AttributeLocation position = {"position", PositionLocation};
 
     return {
         {VertexColorProgram,

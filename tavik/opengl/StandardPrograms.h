@@ -28,7 +28,7 @@ struct ShaderSource
 struct AttributeLocation
 {
     const char* name;
-    int location;
+    unsigned int location;
 };
 
 /// What a standard program is made of.

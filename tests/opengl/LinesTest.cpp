@@ -39,7 +39,20 @@ TEST_F(LineLoopsTest, LoopsAreClosedAndSeparate)
     EXPECT_FALSE(isLit(two, 70, 70)) << "between the loops";
     EXPECT_TRUE(isLit(two, 20, 40));
     loops.clear();
+    loops.calcPositions(); // nothing to upload to yet
     EXPECT_TRUE(samePicture(picture([&] { loops.render(1.0); }), two));
+
+    // Single vertices are closed by the first upload after clearVertex, and only by it.
+    loops.clearVertex();
+    for (const Vector2<float> corner : square) {
+        loops.addVertex(corner);
+    }
+    EXPECT_TRUE(samePicture(picture([&] { loops.render(1.0); }), one));
+    loops.addVertex(Vector2<float>(100.0f, 20.0f));
+    loops.addVertex(Vector2<float>(100.0f, 100.0f));
+    const Picture open = picture([&] { loops.render(1.0); });
+    EXPECT_TRUE(isLit(open, 100, 60));
+    EXPECT_FALSE(isLit(open, 60, 60 + 8)) << "on the way back to the first vertex";
 }
 
 TEST_F(LineLoopsTest, ScaleMeasuresTheStippleAnew)
