@@ -6,99 +6,61 @@
 
 using Tavik::Misc::CmdLine;
 
-namespace {
-
-/// The command line is one for the whole process: each test adds its options anew.
-class CmdLineTest : public testing::Test
+// The command line is one for the whole process: each case adds its options anew, and so resets them.
+TEST(CmdLine, TakesSwitchesAndParameters)
 {
-protected:
-    CmdLineTest()
-    {
-        mOptions.addSwitch("-v", "talk more");
-        mOptions.addParameter("--size", "of the window", "800x600");
-        mOptions.addParameter("--a-long-name", "sorts first", "");
-    }
-
-    /// @return what parse answered; what it printed is in mPrinted
-    bool parse(std::vector<const char*> arguments)
-    {
-        testing::internal::CaptureStdout();
-        const int count = static_cast<int>(arguments.size());
-        arguments.push_back(nullptr);
-        const bool result = mOptions.parse(count, const_cast<char**>(arguments.data()));
-        mPrinted = testing::internal::GetCapturedStdout();
-        return result;
-    }
-
-    std::string value(const std::string& name) const
-    {
-        std::string text = "unchanged";
-        EXPECT_EQ(mOptions.getParameter(name, text), mOptions.getSwitch(name));
-        return text;
-    }
-
-    CmdLine& mOptions = CmdLine::instance();
-    std::string mPrinted;
-};
-
-} // namespace
-
-TEST_F(CmdLineTest, TakesSwitchesAndParameters)
-{
+    using Arguments = std::vector<const char*>;
     const struct
     {
-        std::vector<const char*> arguments;
-        bool recognised;
+        Arguments arguments;
         bool verbose;
         bool size;
         const char* verboseValue;
         const char* sizeValue;
-        const char* printed;
+        const char* printed; // nothing where all is recognised
     } cases[] = {
-        {{"map"}, true, false, false, "false", "800x600", ""},
-        {{"map", "-v", "--size", "1x1"}, true, true, true, "true", "1x1", ""},
-        {{"map", "-v", "-v"}, true, true, false, "false", "800x600", ""},
-        {{"map", "--size"}, true, false, true, "false", "800x600", ""},
-        {{"map", "--size", "--size"}, true, false, true, "false", "--size", ""},
-        {{"map", "--size", "-v"}, true, false, true, "false", "-v", ""},
-        {{"map", "-V", "--siz", "-v", ""},
-         false,
-         true,
-         false,
-         "true",
-         "800x600",
-         "unknown option -V\nunknown option --siz\nunknown option \n"},
-        {{"map", "--size", nullptr, "-x"}, true, false, true, "false", "800x600", ""},
+        {{}, false, false, "false", "800x600", ""},
+        {{"map"}, false, false, "false", "800x600", ""},
+        {{"map", "-v", "--size", "1x1"}, true, true, "true", "1x1", ""},
+        {{"map", "-v", "-v"}, true, false, "false", "800x600", ""},
+        {{"map", "--size"}, false, true, "false", "800x600", ""},
+        {{"map", "--size", "--size"}, false, true, "false", "--size", ""},
+        {{"map", "-V", "-v", ""}, true, false, "true", "800x600", "unknown option -V\nunknown option \n"},
+        {{"map", "--size", nullptr, "-x"}, false, true, "false", "800x600", ""},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(i);
-        const auto& c = cases[i];
-        mOptions.addSwitch("-v", "talk more"); // replaces the used one
-        mOptions.addParameter("--size", "of the window", "800x600");
-        EXPECT_EQ(parse(c.arguments), c.recognised);
-        EXPECT_EQ(mPrinted, c.printed);
-        EXPECT_EQ(mOptions.getSwitch("-v"), c.verbose);
-        EXPECT_EQ(value("-v"), c.verboseValue);
-        EXPECT_EQ(mOptions.getSwitch("--size"), c.size);
-        EXPECT_EQ(value("--size"), c.sizeValue);
+    CmdLine& options = CmdLine::instance();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        options.addSwitch("-v", "talk more");
+        options.addParameter("--size", "of the window", "800x600");
+        testing::internal::CaptureStdout();
+        const bool recognised =
+            options.parse(static_cast<int>(c.arguments.size()), const_cast<char**>(c.arguments.data()));
+        const std::string printed = testing::internal::GetCapturedStdout();
+        EXPECT_EQ(printed, c.printed);
+        EXPECT_EQ(recognised, printed.empty());
+        std::string value;
+        EXPECT_EQ(options.getSwitch("-v"), c.verbose);
+        EXPECT_EQ(options.getParameter("-v", value), c.verbose);
+        EXPECT_EQ(value, c.verboseValue);
+        EXPECT_EQ(options.getParameter("--size", value), c.size);
+        EXPECT_EQ(value, c.sizeValue);
+        EXPECT_FALSE(options.getParameter("--unknown", value));
+        EXPECT_EQ(value, c.sizeValue);
     }
-    EXPECT_EQ(value("--unknown"), "unchanged");
+    EXPECT_TRUE(options.parse(-5, nullptr));
 }
 
-TEST_F(CmdLineTest, ArgumentsMayBeMissing)
+TEST(CmdLine, UsageListsOptionsByName)
 {
-    char* none[] = {nullptr};
-    EXPECT_TRUE(mOptions.parse(0, none));
-    EXPECT_TRUE(mOptions.parse(1, none));
-    EXPECT_TRUE(mOptions.parse(-5, none));
-    EXPECT_TRUE(mOptions.parse(3, nullptr));
-}
-
-TEST_F(CmdLineTest, UsageListsOptionsByName)
-{
-    parse({"/bin/map", "--size", "1x1"});
+    CmdLine& options = CmdLine::instance();
+    options.addSwitch("-v", "talk more");
+    options.addParameter("--size", "of the window", "800x600");
+    options.addParameter("--a-long-name", "sorts first", "");
+    const char* arguments[] = {"/bin/map", "--size", "1x1"};
+    options.parse(3, const_cast<char**>(arguments));
     testing::internal::CaptureStdout();
-    mOptions.printUsage();
+    options.printUsage();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Usage of /bin/map :\n"
                                                       "--a-long-name [sorts first] default []\n"
                                                       "--size   [of the window] default [1x1]\n"

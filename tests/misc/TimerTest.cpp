@@ -3,9 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <iomanip>
 #include <iostream>
-#include <string>
+#include <sstream>
 
 using namespace Tavik::Misc;
 
@@ -22,13 +23,12 @@ TEST(Timer, PrintsMillisecondsInDefaultFormatting)
     std::cout.flags(flags);
     std::cout << std::setw(0) << std::setfill(' ');
 
-    const std::string start = "load : ";
-    ASSERT_EQ(line.substr(0, start.size()), start);
-    std::size_t digits = 0;
-    const std::string rest = line.substr(start.size());
-    EXPECT_GE(std::stod(rest, &digits), 19.9); // the wall clock may be slewed by a little meanwhile
-    EXPECT_LE(digits, 7u) << line;             // six digits and the point
-    EXPECT_EQ(rest.substr(digits), " ms\n");
+    double ms = 0.0;
+    ASSERT_EQ(std::sscanf(line.c_str(), "load : %lf ms\n", &ms), 1) << line;
+    EXPECT_GE(ms, 19.9); // the wall clock may be slewed by a little meanwhile
+    std::ostringstream expected;
+    expected << "load : " << ms << " ms\n";
+    EXPECT_EQ(line, expected.str());
 }
 
 // No upper bounds but generous ones: a busy machine may wake a thread late.
@@ -41,6 +41,5 @@ TEST(Sleep, WorksBelowASecondOnly)
     };
     EXPECT_GE(elapsed(999), 0.99);
     EXPECT_LT(elapsed(1000), 0.9);
-    EXPECT_LT(elapsed(4294), 0.9); // the largest request that the system refuses
     EXPECT_LT(elapsed(4295), 0.9); // 4295 ms are 32704 ns beyond 32 bits
 }
