@@ -157,7 +157,8 @@ public:
     /// triangles.
     ///
     /// A tile with an empty grid prints "TerrainTile::calcNormals load failed" and is set aside; without samples, or
-    /// without memory, nothing happens. 3 bytes per sample, freed by clear.
+    /// without memory, nothing happens. A grid without cells (a single row or column, a spacing of 0) gets a map of
+    /// 0, 0, 0. 3 bytes per sample, freed by clear.
     void calcNormals();
 
     /// The steps of loading, for files that stand inside something else.
@@ -196,8 +197,10 @@ private:
     void setGrid(std::uint32_t numLat, std::uint32_t numLon, double latSpacing, double lonSpacing);
     void setSamples(std::unique_ptr<std::int16_t[]> samples);
     std::int16_t sample(std::size_t i, std::size_t j) const { return mHeights[i + mNumLat * j]; }
-    bool findNormalCell(double lat, double lon, std::uint32_t& i, std::uint32_t& j, double& ti, double& tj) const;
-    void getNeighbourhood(std::uint32_t i, std::uint32_t j, double (&heights)[4][4]) const;
+    struct Cell;
+    bool findCell(double lat, double lon, std::uint32_t columns, Cell& cell) const;
+    bool findNormalCell(double lat, double lon, Cell& cell) const;
+    void packNormalByInterpolation(const Cell& cell, unsigned char& x, unsigned char& y, unsigned char& z) const;
 
     std::int32_t mFormat = 0; // 0 DTED, 1 SRTM
     std::unique_ptr<std::int16_t[]>

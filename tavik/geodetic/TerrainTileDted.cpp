@@ -42,7 +42,11 @@ FileSystem::ArchiveFile openTile(const std::string& path)
         if (descriptor >= 0) {
             close(descriptor);
         }
+        return file;
     }
+    // Scans open thousands of files for a few bytes, and samples are read in large pieces: no buffer to set up or to
+    // copy from.
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
     return file;
 }
 
@@ -157,8 +161,6 @@ bool TerrainTile::loadTile(const std::string& path)
         return false;
     }
     mFormat = 0;
-    // Scans open thousands of files for these few bytes: read no more, and without a buffer to set up.
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);
     takeUserHeader(readUserHeader(file.get()));
     return true;
 }

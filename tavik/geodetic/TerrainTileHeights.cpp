@@ -32,22 +32,18 @@ Neighbours neighboursOf(int index, std::uint32_t count)
 
 bool TerrainTile::getAltitude(double lat, double lon, double& height) const
 {
-    std::uint32_t i = 0;
-    std::uint32_t j = 0;
-    double ti = 0.0;
-    double tj = 0.0;
-    if (!mLoaded || !findCell(lat, mLatOrigin, mLatSpacing, mNumLat, i, ti) ||
-        !findCell(lon, mLonOrigin, mLonSpacing, mNumLon, j, tj)) {
+    Cell cell;
+    if (!findCell(lat, lon, mNumLon, cell)) {
         return false;
     }
-    const bool lastRow = i + 1 == mNumLat;
-    const bool lastColumn = j + 1 == mNumLon;
-    const std::int16_t* south = mHeights.get() + (i + std::size_t{mNumLat} * j);
+    const bool lastRow = cell.i + 1 == mNumLat;
+    const bool lastColumn = cell.j + 1 == mNumLon;
+    const std::int16_t* south = mHeights.get() + (cell.i + std::size_t{mNumLat} * cell.j);
     const int h00 = south[0];
     const int h01 = lastColumn ? h00 : south[mNumLat];
     const int h10 = lastRow ? h00 : south[1];
     const int h11 = lastRow || lastColumn ? h00 : south[mNumLat + 1];
-    height = bilinearHeight(h00, h10, h01, h11, ti, tj);
+    height = bilinearHeight(h00, h10, h01, h11, cell.ti, cell.tj);
     return true;
 }
 

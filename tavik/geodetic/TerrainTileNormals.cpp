@@ -1,205 +1,160 @@
 #include <tavik/geodetic/TerrainTile.h>
 
-#include <tavik/geodetic/EarthModel.h>
 #include <tavik/geodetic/TerrainTileCell.h>
+#include <tavik/geodetic/TerrainTilePacking.h>
+#include <tavik/geodetic/TerrainTileSamples.h>
 #include <tavik/math/Interpolation.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <new>
 
 namespace Tavik::Geodetic {
 
 namespace {
 
-constexpr float PackScale = 127.5f;
-constexpr std::size_t BytesPerNormal = 3;
+// Level ground.
+constexpr unsigned char LevelByte = 127;
+constexpr unsigned char VerticalByte = 255;
 
-/// A component of a normal on the scale of its byte, before it is cut off: [0, 255], the ends by rounding.
-float scaled(float component)
+/// One number for each axis, latitude first; or one for each of two rows. Small vectors that every processor has.
+using Pair = double __attribute__((vector_size(16)));
+using FourInts = std::int32_t __attribute__((vector_size(16)));
+using TwoWords = std::int64_t __attribute__((vector_size(16)));
+
+inline Pair ofLongitude(Pair both)
 {
-    return (component + 1.0f) * PackScale;
+    return __builtin_shufflevector(both, both, 1, 1);
 }
 
-/// The whole part of a scaled component; 0 for NaN.
-unsigned char packed(float scaledComponent)
+inline Pair ofLatitude(Pair southern, Pair northern)
 {
-    return scaledComponent > 0.0f ? static_cast<unsigned char>(std::min(scaledComponent, 255.0f)) : 0;
+    return __builtin_shufflevector(southern, northern, 0, 2);
 }
 
-/// East and north slope of the surface.
-struct Slopes
-{
-    double dx;
-    double dy;
-};
-
-struct ScaledNormal
-{
-    float x;
-    float y;
-    float z;
-};
-
-ScaledNormal normalOf(const Slopes& slopes)
-{
-    const auto x = static_cast<float>(-slopes.dx);
-    const auto y = static_cast<float>(-slopes.dy);
-    const float s = 1.0f / std::sqrt(x * x + y * y + 1.0f);
-    return {scaled(x * s), scaled(y * s), scaled(s)};
-}
-
-/// The slopes as they are defined.
-/// @param heights  [column][row]
-Slopes slopesByInterpolation(const double (&heights)[4][4], double ti, double tj, double latMetres, double lonMetres)
-{
-    // The scale of each slope comes from the other axis's cell size: it is divided out before the pass along that axis.
-    double alongLongitude[4];
-    double alongLatitude[4];
-    for (int b = 0; b < 4; ++b) {
-        double samples[4];
-        for (int a = 0; a < 4; ++a) {
-            samples[a] = heights[b][a] / latMetres;
-        }
-        alongLongitude[b] = Math::getCubicValue(samples, ti);
-    }
-    for (int a = 0; a < 4; ++a) {
-        double samples[4];
-        for (int b = 0; b < 4; ++b) {
-            samples[b] = heights[b][a] / lonMetres;
-        }
-        alongLatitude[a] = Math::getCubicValue(samples, tj);
-    }
-    return {Math::getCubicDerivate(alongLongitude, tj), Math::getCubicDerivate(alongLatitude, ti)};
-}
-
-/// What each of four samples contributes to the cubic through them, and to its slope.
+/// What each of the four samples along either axis contributes to the cubic through them, and to its slope.
 struct CubicWeights
 {
-    explicit CubicWeights(double t)
-        : value{((-0.5 * t + 1.0) * t - 0.5) * t, (1.5 * t - 2.5) * t * t + 1.0, ((-1.5 * t + 2.0) * t + 0.5) * t,
-                (0.5 * t - 0.5) * t * t},
-          slope{(-1.5 * t + 2.0) * t - 0.5, (4.5 * t - 5.0) * t, (-4.5 * t + 4.0) * t + 0.5, (1.5 * t - 1.0) * t}
-    {}
+    /// @param t  positions between the middle samples, in [0, 1)
+    explicit CubicWeights(Pair t)
+    {
+        const Pair u = 1.0 - t;
+        const Pair tu = t * u;
+        const Pair negativeHalfTu = -0.5 * tu;
+        const Pair r = 1.5 * t;
+        const Pair threeR = 3.0 * r;
+        const Pair rise = r - 0.5;
+        value[0] = negativeHalfTu * u;
+        value[1] = u + tu * (1.0 - r);
+        value[2] = t + tu * rise;
+        value[3] = negativeHalfTu * t;
+        slope[0] = u * rise;
+        slope[1] = t * (threeR - 5.0);
+        slope[2] = u * (threeR + 0.5);
+        slope[3] = t * (r - 1.0);
+    }
 
-    double value[4];
-    double slope[4];
+    Pair value[4];
+    Pair slope[4];
 };
 
-/// The same slopes but for rounding, at a fraction of the cost: no division for each sample, and four rows side by
-/// side.
-Slopes slopesByWeights(const double (&heights)[4][4], double ti, double tj, double latMetres, double lonMetres)
+/// Four samples of a column.
+struct FourRows
 {
-    const CubicWeights latitude(ti);
-    const CubicWeights longitude(tj);
-    double values[4] = {};
-    double slopes[4] = {};
-    for (int b = 0; b < 4; ++b) {
-        for (int a = 0; a < 4; ++a) {
-            values[a] += longitude.value[b] * heights[b][a];
-            slopes[a] += longitude.slope[b] * heights[b][a];
-        }
+    explicit FourRows(const std::int16_t* samples)
+    {
+        std::int64_t bits = 0;
+        std::memcpy(&bits, samples, sizeof bits);
+        const auto words = reinterpret_cast<EightSamples>(TwoWords{bits, 0});
+        // Each sample twice, of which the upper one is shifted down with its sign.
+        const auto rows =
+            reinterpret_cast<FourInts>(__builtin_shufflevector(words, words, 0, 0, 1, 1, 2, 2, 3, 3)) >> 16;
+        south = Pair{static_cast<double>(rows[0]), static_cast<double>(rows[1])};
+        north = Pair{static_cast<double>(rows[2]), static_cast<double>(rows[3])};
     }
-    double dx = 0.0;
-    double dy = 0.0;
-    for (int a = 0; a < 4; ++a) {
-        dx += latitude.value[a] * slopes[a];
-        dy += latitude.slope[a] * values[a];
-    }
-    return {dx / latMetres, dy / lonMetres};
+
+    FourRows(Pair southern, Pair northern) : south(southern), north(northern) {}
+
+    Pair south;
+    Pair north;
+};
+
+inline FourRows operator*(const FourRows& rows, Pair weight)
+{
+    return {rows.south * weight, rows.north * weight};
 }
 
-/// Between cells of at least this size, metres, slopes stay below 3e7, and both ways to them agree to 1e-6.
+inline FourRows operator+(const FourRows& a, const FourRows& b)
+{
+    return {a.south + b.south, a.north + b.north};
+}
+
+/// The four samples of each row together, by the longitude's weights.
+inline FourRows alongRows(const FourRows (&columns)[4], const Pair (&weights)[4])
+{
+    return columns[0] * ofLongitude(weights[0]) + columns[1] * ofLongitude(weights[1]) +
+           columns[2] * ofLongitude(weights[2]) + columns[3] * ofLongitude(weights[3]);
+}
+
+/// The four rows together, by the latitude's weights.
+inline double alongColumn(const FourRows& rows, const Pair (&weights)[4])
+{
+    const Pair products =
+        rows.south * ofLatitude(weights[0], weights[1]) + rows.north * ofLatitude(weights[2], weights[3]);
+    return products[0] + products[1];
+}
+
+/// Between cells of at least this size, metres, slopes stay below 2e5, and whichever way they are computed agree to
+/// 1e-8.
 constexpr double SmallestCellForWeights = 1.0;
 
-/// Scaled components from such slopes agree to 3e-4: half of it from the slopes, half from about ten roundings to
-/// single precision in either way. Farther than this from a whole number, both are cut off to the same byte.
-constexpr float DoubtfulDistance = 1e-3f;
+/// Scaled components then agree to 1.7e-4: about ten roundings to single precision, of 2^-24 each, go into either of
+/// them. Farther than this from a whole number, both are cut off to the same byte.
+constexpr float DoubtfulDistance = 4e-4f;
 
-/// Below this sum of squares a normal is vertical in single precision, and its bytes are those of level ground.
-constexpr double LevelSlopeSquared = 1e-8;
+/// Below this slope a normal is vertical in single precision, and its bytes are those of level ground.
+constexpr float LevelSlope = 1e-4f;
 
-bool isDoubtful(float scaledComponent)
+/// Whether rounding may decide about the whole part of a scaled component.
+bool isDoubtful(float scaledComponent, int wholePart)
 {
-    const float fraction = scaledComponent - static_cast<float>(static_cast<int>(scaledComponent));
-    return !(fraction > DoubtfulDistance && fraction < 1.0f - DoubtfulDistance);
+    return std::abs(scaledComponent - static_cast<float>(wholePart) - 0.5f) > 0.5f - DoubtfulDistance;
 }
 
-/// The normal that slopesByInterpolation gives, or one that is cut off to the same bytes.
-ScaledNormal surfaceNormal(const double (&heights)[4][4], double ti, double tj, double latMetres, double lonMetres)
+/// The normal by precomputed weights: no division for each sample, and rows and axes side by side.
+/// @param southWest  the first of the 4 x 4 samples
+/// @param stride     samples from one column to the next
+/// @param ti,tj      position in the middle cell, in [0, 1)
+/// @return false where rounding may decide about a byte; the bytes are good otherwise
+[[gnu::always_inline]] inline bool packNormalByWeights(const std::int16_t* southWest, std::size_t stride, double ti,
+                                                       double tj, double latMetres, double lonMetres, unsigned char& x,
+                                                       unsigned char& y, unsigned char& z)
 {
-    if (latMetres >= SmallestCellForWeights && lonMetres >= SmallestCellForWeights) {
-        const Slopes slopes = slopesByWeights(heights, ti, tj, latMetres, lonMetres);
-        if (slopes.dx * slopes.dx + slopes.dy * slopes.dy < LevelSlopeSquared) {
-            return {PackScale, PackScale, 2 * PackScale};
-        }
-        const ScaledNormal normal = normalOf(slopes);
-        if (!isDoubtful(normal.x) && !isDoubtful(normal.y) && !isDoubtful(normal.z)) {
-            return normal;
-        }
+    const CubicWeights weights(Pair{ti, tj});
+    const FourRows columns[4] = {FourRows(southWest), FourRows(southWest + stride), FourRows(southWest + 2 * stride),
+                                 FourRows(southWest + 3 * stride)};
+    const double dx = alongColumn(alongRows(columns, weights.slope), weights.value);
+    const double dy = alongColumn(alongRows(columns, weights.value), weights.slope);
+    // The vector (-dx, -dy, 1) times both cell sizes, which saves dividing by them.
+    const auto nx = static_cast<float>(-dx * lonMetres);
+    const auto ny = static_cast<float>(-dy * latMetres);
+    const auto nz = static_cast<float>(latMetres * lonMetres);
+    const float s = 1.0f / std::sqrt(nx * nx + ny * ny + nz * nz);
+    const float scaledX = scaled(nx * s);
+    const float scaledY = scaled(ny * s);
+    const float scaledZ = scaled(nz * s);
+    const int wholeX = static_cast<int>(scaledX);
+    const int wholeY = static_cast<int>(scaledY);
+    const int wholeZ = static_cast<int>(scaledZ);
+    if (isDoubtful(scaledX, wholeX) || isDoubtful(scaledY, wholeY) || isDoubtful(scaledZ, wholeZ)) {
+        // Level ground, which is common, is always near a whole number.
+        x = y = LevelByte;
+        z = VerticalByte;
+        return nx * nx + ny * ny < LevelSlope * LevelSlope * nz * nz;
     }
-    return normalOf(slopesByInterpolation(heights, ti, tj, latMetres, lonMetres));
-}
-
-/// Packs a vector of any length; 0, 0, 0 where it has no direction.
-void packDirection(float nx, float ny, float nz, unsigned char& x, unsigned char& y, unsigned char& z)
-{
-    const float length = std::sqrt(nx * nx + ny * ny + nz * nz);
-    x = packed(scaled(nx / length));
-    y = packed(scaled(ny / length));
-    z = packed(scaled(nz / length));
-}
-
-/// Normals computed side by side before they are written out three bytes apart.
-constexpr std::size_t NormalsPerPass = 256;
-
-// Where the bytes of a word in memory stand in its value.
-constexpr bool LittleEndian = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
-constexpr int FirstByteShift = LittleEndian ? 0 : 24;
-constexpr int SecondByteShift = LittleEndian ? 8 : 16;
-constexpr int ThirdByteShift = LittleEndian ? 16 : 8;
-
-/// The normals of the cells between two columns, south to north, each packed into the first three bytes of a word.
-/// @param west,east     heights of the columns, count + 1 of each
-/// @param width         metres between the columns
-/// @param rowDistances  metres from each row to the next, count of them
-void packCellNormals(const std::int16_t* west, const std::int16_t* east, float width, const float* rowDistances,
-                     std::size_t count, std::uint32_t* packedNormals)
-{
-    for (std::size_t i = 0; i < count; ++i) {
-        // The sum of the normals of the triangles P0 P1 P2 and P0 P2 P3, corners counted clockwise from the south-west.
-        // The terms with the differences that are 0 by construction, P1's to the east and P3's to the north, are left
-        // out.
-        const float distance = rowDistances[i];
-        const auto dh1 = static_cast<float>(west[i + 1] - west[i]);
-        const auto dh2 = static_cast<float>(east[i + 1] - west[i]);
-        const auto dh3 = static_cast<float>(east[i] - west[i]);
-        const float nx = (distance * dh1 - dh2 * distance) - dh3 * distance;
-        const float ny = -(dh1 * width) + (width * dh3 - dh2 * width);
-        const float nz = distance * width + distance * width;
-        const float length = std::sqrt(nx * nx + ny * ny + nz * nz);
-        const std::uint32_t x = packed(scaled(nx / length));
-        const std::uint32_t y = packed(scaled(ny / length));
-        const std::uint32_t z = packed(scaled(nz / length));
-        packedNormals[i] = x << FirstByteShift | y << SecondByteShift | z << ThirdByteShift;
-    }
-}
-
-/// Writes the packed normals of the cells between two columns, and overwrites one byte behind them.
-/// Arguments as for packCellNormals, any count.
-void packColumnNormals(const std::int16_t* west, const std::int16_t* east, float width, const float* rowDistances,
-                       std::size_t count, unsigned char* normals)
-{
-    std::uint32_t words[NormalsPerPass];
-    for (std::size_t start = 0; start < count; start += NormalsPerPass) {
-        const std::size_t length = std::min(NormalsPerPass, count - start);
-        packCellNormals(west + start, east + start, width, rowDistances + start, length, words);
-        for (std::size_t i = 0; i < length; ++i) {
-            std::memcpy(normals, &words[i], sizeof words[i]); // whose fourth byte the next normal overwrites
-            normals += BytesPerNormal;
-        }
-    }
+    x = static_cast<unsigned char>(wholeX);
+    y = static_cast<unsigned char>(wholeY);
+    z = static_cast<unsigned char>(wholeZ);
+    return true;
 }
 
 } // namespace
@@ -207,123 +162,46 @@ void packColumnNormals(const std::int16_t* west, const std::int16_t* east, float
 bool TerrainTile::getNormal(double lat, double lon, unsigned char& x, unsigned char& y, unsigned char& z) const
 {
     x = y = z = 0;
-    std::uint32_t i = 0;
-    std::uint32_t j = 0;
-    double ti = 0.0;
-    double tj = 0.0;
-    if (!findNormalCell(lat, lon, i, j, ti, tj)) {
+    Cell cell;
+    if (!findNormalCell(lat, lon, cell)) {
         return false;
     }
-    double heights[4][4];
-    getNeighbourhood(i, j, heights);
-    const ScaledNormal normal = surfaceNormal(heights, ti, tj, mLatSpacingMetres, mLonSpacingMetres);
-    x = packed(normal.x);
-    y = packed(normal.y);
-    z = packed(normal.z);
+    const bool inside = cell.i >= 1 && cell.i + 2 < mNumLat && cell.j >= 1 && cell.j + 2 < mNumLon;
+    if (inside && mLatSpacingMetres >= SmallestCellForWeights && mLonSpacingMetres >= SmallestCellForWeights) {
+        const std::int16_t* southWest = mHeights.get() + (cell.i - 1) + std::size_t{mNumLat} * (cell.j - 1);
+        if (packNormalByWeights(southWest, mNumLat, cell.ti, cell.tj, mLatSpacingMetres, mLonSpacingMetres, x, y, z)) {
+            return true;
+        }
+    }
+    packNormalByInterpolation(cell, x, y, z);
     return true;
 }
 
-/// Rows end at the last sample, columns one before it.
-bool TerrainTile::findNormalCell(double lat, double lon, std::uint32_t& i, std::uint32_t& j, double& ti,
-                                 double& tj) const
+/// The normal as it is defined, step by step. Kept out of the way of the common case.
+[[gnu::noinline]] void TerrainTile::packNormalByInterpolation(const Cell& cell, unsigned char& x, unsigned char& y,
+                                                              unsigned char& z) const
 {
-    return mLoaded && !mFailed && findCell(lat, mLatOrigin, mLatSpacing, mNumLat, i, ti) &&
-           findCell(lon, mLonOrigin, mLonSpacing, mNumLon - 1, j, tj);
-}
-
-/// The 4 x 4 heights around a cell, [column][row], extrapolated at the edges.
-void TerrainTile::getNeighbourhood(std::uint32_t i, std::uint32_t j, double (&heights)[4][4]) const
-{
-    const bool inside = i >= 1 && i + 2 < mNumLat && j >= 1 && j + 2 < mNumLon;
-    for (int b = 0; b < 4; ++b) {
-        for (int a = 0; a < 4; ++a) {
-            if (inside) {
-                heights[b][a] = sample(i + static_cast<unsigned int>(a) - 1, j + static_cast<unsigned int>(b) - 1);
-            } else {
-                heights[b][a] = getAltitude(static_cast<int>(i) + a - 1, static_cast<int>(j) + b - 1);
-            }
+    // The scale of each slope comes from the other axis's cell size: it is divided out before the pass along that axis.
+    double alongLongitude[4];
+    double alongLatitude[4];
+    for (int k = 0; k < 4; ++k) {
+        double column[4];
+        double row[4];
+        for (int l = 0; l < 4; ++l) {
+            const int i = static_cast<int>(cell.i) - 1;
+            const int j = static_cast<int>(cell.j) - 1;
+            column[l] = getAltitude(i + l, j + k) / mLatSpacingMetres;
+            row[l] = getAltitude(i + k, j + l) / mLonSpacingMetres;
         }
+        alongLongitude[k] = Math::getCubicValue(column, cell.ti);
+        alongLatitude[k] = Math::getCubicValue(row, cell.tj);
     }
-}
-
-bool TerrainTile::getNormalOld(double lat, double lon, unsigned char& x, unsigned char& y, unsigned char& z) const
-{
-    x = y = z = 0;
-    std::uint32_t i = 0;
-    std::uint32_t j = 0;
-    double ti = 0.0;
-    double tj = 0.0;
-    if (mNormals == nullptr || !findNormalCell(lat, lon, i, j, ti, tj)) {
-        return false;
-    }
-    const std::size_t north = std::min<std::size_t>(i + 1, mNumLat - 1);
-    const std::size_t southWest = i + std::size_t{mNumLat} * j;
-    const std::size_t northWest = north + std::size_t{mNumLat} * j;
-    const std::size_t corners[4] = {southWest, northWest, northWest + mNumLat, southWest + mNumLat};
-    const double distances[4] = {std::sqrt(ti * ti + tj * tj), std::sqrt((1 - ti) * (1 - ti) + tj * tj),
-                                 std::sqrt((1 - ti) * (1 - ti) + (1 - tj) * (1 - tj)),
-                                 std::sqrt(ti * ti + (1 - tj) * (1 - tj))};
-    const double sum = distances[0] + distances[1] + distances[2] + distances[3];
-    double n[3] = {};
-    for (int corner = 0; corner < 4; ++corner) {
-        const unsigned char* normal = mNormals.get() + BytesPerNormal * corners[corner];
-        for (int axis = 0; axis < 3; ++axis) {
-            n[axis] += (normal[axis] / double{PackScale} - 1.0) / (distances[corner] / sum);
-        }
-    }
-    packDirection(static_cast<float>(n[0]), static_cast<float>(n[1]), static_cast<float>(n[2]), x, y, z);
-    return true;
-}
-
-void TerrainTile::calcNormals()
-{
-    if (mNumLat == 0 || mNumLon == 0) {
-        mFailed = true;
-        std::puts("TerrainTile::calcNormals load failed");
-        return;
-    }
-    if (mHeights == nullptr) {
-        return;
-    }
-    const std::size_t numLat = mNumLat;
-    const std::size_t columnLength = BytesPerNormal * numLat;
-    const std::unique_ptr<float[]> rowDistances(new (std::nothrow) float[numLat]);
-    if (mNormals == nullptr && rowDistances != nullptr) {
-        mNormals.reset(new (std::nothrow) unsigned char[columnLength * mNumLon]);
-    }
-    if (mNormals == nullptr || rowDistances == nullptr) {
-        return;
-    }
-    if (numLat == 1 || mNumLon == 1) {
-        std::memset(mNormals.get(), 0, columnLength * mNumLon);
-        return;
-    }
-    // In the local plane a row keeps its distance north in all columns, and a column its distance east in all rows.
-    double east = 0.0;
-    double north = 0.0;
-    const auto northOf = [&](std::uint32_t i) {
-        latLong2Grid(mLatOrigin, mLonOrigin, mLatOrigin + mLatSpacing * i, mLonOrigin, east, north);
-        return north;
-    };
-    const auto eastOf = [&](std::uint32_t j) {
-        latLong2Grid(mLatOrigin, mLonOrigin, mLatOrigin, mLonOrigin + mLonSpacing * j, east, north);
-        return east;
-    };
-    for (std::uint32_t i = 0; i + 1 < mNumLat; ++i) {
-        rowDistances[i] = static_cast<float>(northOf(i + 1) - northOf(i));
-    }
-    for (std::uint32_t j = 0; j + 1 < mNumLon; ++j) {
-        const auto width = static_cast<float>(eastOf(j + 1) - eastOf(j));
-        const std::int16_t* west = mHeights.get() + numLat * j;
-        unsigned char* column = mNormals.get() + columnLength * j;
-        packColumnNormals(west, west + numLat, width, rowDistances.get(), numLat - 1, column);
-        unsigned char* northEnd = column + columnLength - BytesPerNormal;
-        std::memcpy(northEnd, northEnd - BytesPerNormal, BytesPerNormal);
-    }
-    // The easternmost column repeats its neighbour up to the north-east sample, which has no cell at all.
-    unsigned char* lastColumn = mNormals.get() + columnLength * (mNumLon - 1);
-    std::memcpy(lastColumn, lastColumn - columnLength, columnLength - BytesPerNormal);
-    std::memset(lastColumn + columnLength - BytesPerNormal, 0, BytesPerNormal);
+    const auto nx = static_cast<float>(-Math::getCubicDerivate(alongLongitude, cell.tj));
+    const auto ny = static_cast<float>(-Math::getCubicDerivate(alongLatitude, cell.ti));
+    const float s = 1.0f / std::sqrt(nx * nx + ny * ny + 1.0f);
+    x = packed(nx * s);
+    y = packed(ny * s);
+    z = packed(s);
 }
 
 } // namespace Tavik::Geodetic

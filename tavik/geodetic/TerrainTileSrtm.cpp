@@ -39,6 +39,18 @@ constexpr SrtmGrid SrtmGrids[] = {
 /// column two cache lines.
 constexpr std::size_t RowsPerPiece = 64;
 
+/// Whether the last piece of every grid has a whole block of eight rows, as placeRows wants it.
+constexpr bool lastPiecesAreLongEnough()
+{
+    for (const SrtmGrid& grid : SrtmGrids) {
+        if (grid.numLat % RowsPerPiece < 8) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(lastPiecesAreLongEnough());
+
 const SrtmGrid* findGrid(std::uint32_t bytes)
 {
     for (const SrtmGrid& grid : SrtmGrids) {
@@ -98,7 +110,7 @@ std::unique_ptr<std::int16_t[]> readSamples(FileSystem::MemberInflater& inflater
     }
     std::size_t rowCount = 0;
     for (std::size_t rowsLeft = grid.numLat; rowsLeft > 0; rowsLeft -= rowCount) {
-        rowCount = std::min(RowsPerPiece, rowsLeft); // the last piece of the three grids has 49, 17 and 48 rows
+        rowCount = std::min(RowsPerPiece, rowsLeft);
         const std::size_t length = inflater.read(rows.get(), rowCount * rowLength);
         std::memset(rows.get() + length, 0, rowCount * rowLength - length);
         placeRows(rows.get(), rowCount, samples.get() + (rowsLeft - rowCount), grid);

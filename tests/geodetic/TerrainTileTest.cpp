@@ -107,7 +107,7 @@ TEST_F(TerrainTileTest, DtedHeaderFields)
          30 / 36000.0, 44, 56},
         {"lower case is not west or south", "0110000w0470000s", "00100010", 47, 11, 10 / 36000.0, 10 / 36000.0, 137,
          191},
-        {"rounding below a whole degree", "0105960E0465960N", "00300030", 47, 11, 30 / 36000.0, 30 / 36000.0, 137, 191},
+        {"sixty seconds make a minute", "0105960E0465960N", "00300030", 47, 11, 30 / 36000.0, 30 / 36000.0, 137, 191},
         {"no numbers", "????????????????", "????????", 0, 0, 0, 0, 90, 180},
     };
     for (const auto& c : cases) {
