@@ -50,6 +50,8 @@ void AircraftLayer::renderRings(const Scene& scene, Pixel place)
     const Pixel track = scene.view.direction(scene.aircraft.trackDegrees);
     mPointers.addLineLoop(Symbols::pointer(place + track * (radius - LongTick), track, 9.0f));
 
+    applyPen(mOuterRing, {Palette::Casing, 6.0f});
+    mOuterRing.render(1.0);
     applyPen(mOuterRing, {Palette::Rings, 2.0f});
     mOuterRing.render(1.0);
     applyPen(mInnerRing, {Palette::Rings, 1.8f, Dashes});

@@ -12,7 +12,7 @@ namespace MovingMap {
 namespace {
 
 constexpr std::size_t MostUnderWay = 4;
-constexpr std::size_t MostBlocks = 400; // about 100 kB each
+constexpr std::size_t MostBlocks = 250; // about 200 kB each
 constexpr double MarginBlocks = 0.5;    // made before they come into view
 
 double seconds(std::chrono::steady_clock::duration duration)
@@ -27,34 +27,37 @@ void ContourCache::update(const MapView& view)
     ++mFrame;
     const int level = blockLevel(view.metresPerPixel());
     const std::vector<BlockKey> visible = blocksInView(view, level, 0.0);
-    mComplete = true;
-    for (const BlockKey& key : visible) {
-        const auto found = mBlocks.find(key);
-        if (found != mBlocks.end()) {
-            found->second.lastFrame = mFrame;
-        }
-        if (found == mBlocks.end() || found->second.block == nullptr) {
-            mComplete = false;
-        }
-    }
-    if (mComplete || mShown.empty() || mShown.front().level == level) {
+    const auto made = [this](const BlockKey& key) { return isMade(key); };
+    const bool sameLevel = mShown.empty() || mShown.front().level == level;
+    if (sameLevel || std::all_of(visible.begin(), visible.end(), made)) {
         mShown = visible;
     }
-    for (const BlockKey& key : mShown) {
-        const auto found = mBlocks.find(key);
-        if (found != mBlocks.end()) {
-            found->second.lastFrame = mFrame;
-        }
-    }
-    for (const BlockKey& key : blocksInView(view, level, MarginBlocks)) {
-        if (mUnderWay >= MostUnderWay) {
-            break;
-        }
-        if (mBlocks.find(key) == mBlocks.end()) {
+    const std::vector<BlockKey> wanted = blocksInView(view, level, MarginBlocks);
+    mComplete = std::all_of(wanted.begin(), wanted.end(), made);
+    markUsed(mShown);
+    markUsed(wanted);
+    for (const BlockKey& key : wanted) {
+        if (mUnderWay < MostUnderWay && mBlocks.find(key) == mBlocks.end()) {
             request(key);
         }
     }
     dropOldBlocks();
+}
+
+void ContourCache::markUsed(const std::vector<BlockKey>& keys)
+{
+    for (const BlockKey& key : keys) {
+        const auto found = mBlocks.find(key);
+        if (found != mBlocks.end()) {
+            found->second.lastFrame = mFrame;
+        }
+    }
+}
+
+bool ContourCache::isMade(const BlockKey& key) const
+{
+    const auto found = mBlocks.find(key);
+    return found != mBlocks.end() && found->second.block != nullptr;
 }
 
 void ContourCache::request(const BlockKey& key)
@@ -97,10 +100,9 @@ void ContourCache::render(const MapView& view)
 {
     Tavik::OpenGL::MatrixPush();
     for (const BlockKey& key : mShown) {
-        const auto found = mBlocks.find(key);
-        if (found != mBlocks.end() && found->second.block != nullptr) {
+        if (isMade(key)) {
             Tavik::OpenGL::MatrixSet(view.blockMatrix(key));
-            found->second.block->render();
+            mBlocks[key].block->render();
         }
     }
     Tavik::OpenGL::MatrixPop();

@@ -24,8 +24,11 @@ public:
     /// then is never made. To be called once a frame.
     void update(const MapView& view);
 
-    /// Whether every block that the last update wanted to see is there.
+    /// Whether all blocks in view and around it are there, so that a frame like the last one would do no contour work.
     bool isComplete() const { return mComplete; }
+
+    /// The blocks that render draws, as far as they are there.
+    const std::vector<BlockKey>& shown() const { return mShown; }
 
     /// Draws the blocks in view.
     void render(const MapView& view);
@@ -47,6 +50,8 @@ private:
         unsigned long lastFrame = 0;         // in which it was wanted
     };
 
+    void markUsed(const std::vector<BlockKey>& keys);
+    bool isMade(const BlockKey& key) const;
     void request(const BlockKey& key);
     void dropOldBlocks();
 

@@ -25,7 +25,7 @@ constexpr std::array<Parameter, 8> Parameters = {{
     {"--range", "miles from the aircraft to the outer ring, 1 to 320", "20"},
     {"--screenshot", "PNG file for the last frame, drawn without a visible window", ""},
     {"--size", "width and height of the window in pixels, 64 to 8192 each", "1280x800"},
-    {"--speed", "times faster than real time, 0 to 256", "1"},
+    {"--speed", "times faster than real time, 0.0625 to 256", "1"},
     {"--terrain", "folder of DTED level 1 or zipped SRTM tiles", ""},
     {"--time", "seconds of flight before the first frame, 0 to 1000000", "0"},
 }};
@@ -123,7 +123,7 @@ bool readOptions(int argc, char** argv, Options& options, std::string& error)
     numbers.readSize("--size", options.widthPixels, options.heightPixels);
     numbers.read("--range", SmallestRangeMiles, LargestRangeMiles, options.rangeMiles);
     numbers.read("--time", 0.0, 1e6, options.startSeconds);
-    numbers.read("--speed", 0.0, 256.0, options.speedFactor);
+    numbers.read("--speed", 0.0625, 256.0, options.speedFactor);
     return error.empty();
 }
 
@@ -139,6 +139,18 @@ void printHelp()
               "  space       stop and go on\n"
               "  [ ]         slower and faster\n"
               "  Q, Escape   end\n"
+              "\n"
+              "A flight plan is a text file with one entry a line. Positions are decimal degrees, south and west\n"
+              "negative; distances nautical miles, heights feet, courses degrees from true north:\n"
+              "  speed   KNOTS\n"
+              "  station NAME LAT LON\n"
+              "  start   NAME LAT LON\n"
+              "  to      NAME LAT LON\n"
+              "  cross   NAME FIX COURSE FIX COURSE      where two courses cross\n"
+              "  arc     NAME STATION DISTANCE clockwise|counterclockwise RADIAL\n"
+              "  turn    NAME COURSE                     on the spot, to a course\n"
+              "and behind a leg, where they fit: altitude FEET, flyover, left, right, radius DISTANCE, course COURSE.\n"
+              "'#' begins a comment.\n"
               "\n"
               "Without --terrain the map shows an invented region, whose tiles are made at the first start.\n"
               "Without --plan the aircraft flies a plan laid out for the terrain.\n"

@@ -37,22 +37,31 @@ bool Terrain::covers(double latDegrees, double lonDegrees)
 {
     const double south = std::floor(latDegrees + CellBias);
     const double west = std::floor(lonDegrees + CellBias);
+    if (south == mLast.south && west == mLast.west) {
+        return mLast.covered;
+    }
     if (!(std::abs(south) <= 90.0 && std::abs(west) <= 360.0)) {
         return false;
     }
     const auto [cell, isNew] = mCovered.try_emplace({static_cast<int>(south), static_cast<int>(west)}, false);
     if (isNew) {
-        // A height of 0 may be the sea or no tile at all; the normal tells them apart: it keeps its preset where there
-        // is no tile, and is zero in a tile that could not be read.
-        unsigned char x = 0;
-        unsigned char y = 0;
-        unsigned char z = 0;
-        mHeights.getNormal(south + 0.5, west + 0.5, true, false, x, y, z);
-        const bool missing = x == 128 && y == 128 && z == 255;
-        const bool unreadable = x == 0 && y == 0 && z == 0;
-        cell->second = !missing && !unreadable;
+        cell->second = hasTile(south, west);
     }
-    return cell->second;
+    mLast = {south, west, cell->second};
+    return mLast.covered;
+}
+
+/// A height of 0 may be the sea or no tile at all. The normal tells them apart: it keeps its preset where there is no
+/// tile, and is zero in a tile that could not be read.
+bool Terrain::hasTile(double southDegrees, double westDegrees)
+{
+    unsigned char x = 0;
+    unsigned char y = 0;
+    unsigned char z = 0;
+    mHeights.getNormal(southDegrees + 0.5, westDegrees + 0.5, true, false, x, y, z);
+    const bool missing = x == 128 && y == 128 && z == 255;
+    const bool unreadable = x == 0 && y == 0 && z == 0;
+    return !missing && !unreadable;
 }
 
 } // namespace MovingMap

@@ -22,10 +22,20 @@ public:
     double height(double latDegrees, double lonDegrees);
 
 private:
+    /// A cell of whole degrees. The default matches no place.
+    struct Cell
+    {
+        double south = 1e9;
+        double west = 1e9;
+        bool covered = false;
+    };
+
     bool covers(double latDegrees, double lonDegrees);
+    bool hasTile(double southDegrees, double westDegrees);
 
     Tavik::Geodetic::HeightMap mHeights;
     std::map<std::pair<int, int>, bool> mCovered; // by whole degrees of latitude and longitude
+    Cell mLast;                                   // the cell that was asked for last
 };
 
 } // namespace MovingMap

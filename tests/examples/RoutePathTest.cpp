@@ -83,6 +83,13 @@ TEST(RoutePath, HasNoCornersAndFollowsItsFixesInOrder)
             }
             EXPECT_GE(points[i].leg, points[i - 1].leg) << c.name;
         }
+        for (int i = 0; i * 300.0 < path.length(); ++i) {
+            const double before = path.at(i * 300.0 - 600.0).trackDegrees;
+            const double behind = path.at(i * 300.0 + 600.0).trackDegrees;
+            // 1200 m of the tightest turn, 3.3 km, are 21 degrees.
+            EXPECT_LT(std::abs(Tavik::Geodetic::getHeadingDifference(before, behind)), 30.0)
+                << c.name << " at " << i * 300;
+        }
         for (std::size_t i = 1; i < path.fixes().size(); ++i) {
             EXPECT_GT(path.fixes()[i].distanceMetres, path.fixes()[i - 1].distanceMetres) << c.name;
         }
@@ -120,6 +127,15 @@ TEST(RoutePath, ArcKeepsItsDistanceAndEndsOnItsRadial)
         }
         EXPECT_NEAR(planeCourse(station, path.at(end).position), clockwise ? 270.0 : 90.0, 0.01);
         EXPECT_NEAR(path.at(end - 1000.0).trackDegrees, clockwise ? 358.0 : 2.0, 1.0);
+    }
+}
+
+TEST(RoutePath, ArcTooShortForItsTurnsIsNotFlownAllTheWayRound)
+{
+    for (const char* radial : {"181", "184", "188"}) {
+        const RoutePath path(
+            routeOf(Head + "start A 45.4 -31\narc B S 15 clockwise " + radial + " radius 2\nto C 45.3 -31.2\n"));
+        EXPECT_LT(path.length(), 70 * Mile) << radial; // once round is 94 miles
     }
 }
 

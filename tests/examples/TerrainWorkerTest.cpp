@@ -97,10 +97,10 @@ TEST(RouteProfile, ShowsTheGroundUnderThePath)
     const TemporaryDirectory directory;
     writeTiles(directory.path());
     Route route;
-    route.start = {47.1, 11.5};
+    route.start = {47.9, 11.5};
     RouteLeg leg;
     leg.from = route.start;
-    leg.to = {47.9, 11.5};
+    leg.to = {47.1, 11.5};
     route.legs.push_back(leg);
     const RoutePath path(route);
     TerrainWorker worker(directory.path());
@@ -114,8 +114,8 @@ TEST(RouteProfile, ShowsTheGroundUnderThePath)
     const std::vector<float> heights = profile.highest(-0.5 * path.length(), path.length() / 10.0, 20);
     ASSERT_EQ(heights.size(), 20u);
     EXPECT_TRUE(std::isnan(heights[3]));
-    for (std::size_t i = 5; i < 15; ++i) { // the northern end of each piece is the highest
-        EXPECT_NEAR(heights[i], 500.0 + 1200.0 * (0.1 + 0.08 * static_cast<double>(i - 4)), 3.0) << i;
+    for (std::size_t i = 5; i < 15; ++i) { // the beginning of each piece, in the north, is the highest
+        EXPECT_NEAR(heights[i], 500.0 + 1200.0 * (0.9 - 0.08 * static_cast<double>(i - 5)), 3.0) << i;
     }
     EXPECT_TRUE(std::isnan(heights[17]));
 }
