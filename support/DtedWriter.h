@@ -6,7 +6,9 @@
 
 namespace Tavik::Support {
 
-/// What the header of a DTED file says about its grid. The default is a level 1 tile south of 50 degrees of latitude.
+/// What the header of a DTED file says about its grid. The default is a level 1 tile between 50 S and 50 N.
+///
+/// The header has four characters for each number: points, lines and intervals are in [0, 9999], degrees in [-999, 999].
 struct DtedGrid
 {
     int latitudeDegrees = 0;  ///< south-west corner, negative south
@@ -27,7 +29,8 @@ enum class DtedSign
     TwosComplement    ///< as some producers write it
 };
 
-/// Height in metres of the i-th sample from the south and the j-th from the west; DtedVoid where unknown.
+/// Height in metres of the i-th sample from the south and the j-th from the west, in [-32766, 32767]; DtedVoid where
+/// unknown.
 using DtedHeights = std::function<int(unsigned int i, unsigned int j)>;
 
 /// Writes a DTED file: user header, data set identification and accuracy records, and one checksummed record for each

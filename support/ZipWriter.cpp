@@ -155,7 +155,7 @@ bool ZipWriter::close()
 
 void ZipWriter::write(const std::string& bytes)
 {
-    mGood = mGood && std::fwrite(bytes.data(), 1, bytes.size(), mFile) == bytes.size();
+    mGood = mGood && mFile != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), mFile) == bytes.size();
     mOffset += static_cast<std::uint32_t>(bytes.size());
 }
 

@@ -71,16 +71,16 @@ std::uint32_t keyAt(double lat, double lon)
     return makeKey(wholeDegrees(longitude), wholeDegrees(latitude));
 }
 
-/// The cell of an overview tile around a point: bands from 60 S in steps of 50 degrees, from 180 W in steps of 40. In
-/// 16 bits a latitude south of 60 S becomes a large number that no tile has.
+/// The cell of an overview tile around a point: bands from 60 S in steps of 50 degrees, from 180 W in steps of 40.
 std::uint32_t lowResKeyAt(double lat, double lon)
 {
+    constexpr std::uint32_t FirstBand = 30; // 60 S
     const std::uint32_t key = keyAt(lat, lon);
-    if (key == NoKey) {
+    const std::uint32_t latitudeIndex = key >> IndexBits;
+    if (key == NoKey || latitudeIndex < FirstBand) {
         return NoKey;
     }
-    const std::uint32_t northOfFirstBand = ((key >> IndexBits) - 30) & IndexMask;
-    return makeKey((key & IndexMask) / 40 * 40, northOfFirstBand / 50 * 50 + 30);
+    return makeKey((key & IndexMask) / 40 * 40, (latitudeIndex - FirstBand) / 50 * 50 + FirstBand);
 }
 
 TerrainTile* findIn(const std::map<std::uint32_t, TerrainTile*>& tiles, std::uint32_t key)

@@ -43,8 +43,8 @@ class TerrainTile;
 /// **Repeated queries.** Consecutive queries in one cell look for the tile only once. So where one without loading has
 /// met a tile that is not loaded, another one with loading will not load it before a query elsewhere has come between.
 ///
-/// **Points** are in degrees, negative south and west. Longitude does not wrap round: it is in [-180, 180]. A point
-/// outside, NaN and infinity find no tile.
+/// **Points** are in degrees, negative south and west. Longitude does not wrap round: bring it into [-180, 180]. NaN,
+/// infinity and points a degree or more beyond 90 S or 180 W find no tile.
 ///
 /// **Threads.** All calls belong to one thread, queries among them, since they load and drop tiles. The thread that
 /// loadData starts only fills the tables, and queries do not look at them before it has finished. Therefore neither
@@ -54,7 +54,7 @@ class TAVIK_API HeightMap
 public:
     HeightMap();
 
-    /// Waits for scans that still run. The tiles are left as they are.
+    /// Waits for scans that loadData started and that still run. The tiles are left as they are.
     ~HeightMap();
 
     HeightMap(const HeightMap&) = delete;
@@ -105,10 +105,10 @@ public:
 
     /// Surface normal at a point, from the bicubic surface through the samples around it.
     /// @param load,lowResOnly  as for getAltitude
-    /// @param x,y,z  receive east, north and up, each component c in [-1, 1] packed as trunc((c + 1) * 127.5): 128,
-    /// 128,
-    ///               255 (straight up) where there is no tile; 0, 0, 0 where there is one that is not loaded, or the
-    ///               point is on or beyond its last column
+    /// @param x,y,z  receive east, north and up, each component c in [-1, 1] packed as trunc((c + 1) * 127.5).
+    ///               128, 128, 255 (straight up) where there is no tile and while no scan has finished; 0, 0, 0 where
+    ///               there is a tile that is not loaded, was set aside or does not reach the point: it ends with its
+    ///               last row and before its last column
     /// @return whether a scan has finished
     bool getNormal(double lat, double lon, bool load, bool lowResOnly, unsigned char& x, unsigned char& y,
                    unsigned char& z);
