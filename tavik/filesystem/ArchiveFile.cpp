@@ -8,28 +8,24 @@
 
 namespace Tavik::FileSystem {
 
-namespace {
-
-// O_NONBLOCK changes nothing for regular files, and keeps a pipe from blocking until somebody writes to it.
-std::FILE* openWithoutWaiting(const char* path)
+ArchiveFile openWithoutWaiting(const std::string& path)
 {
-    const int descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    // O_NONBLOCK changes nothing for regular files, and keeps a pipe from blocking until somebody writes to it.
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) {
         return nullptr;
     }
-    std::FILE* file = fdopen(descriptor, "rb");
+    ArchiveFile file(fdopen(descriptor, "rb"));
     if (file == nullptr) {
         close(descriptor);
     }
     return file;
 }
 
-} // namespace
-
 ArchiveFile openArchive(const std::string& path, std::uint64_t& size)
 {
     size = 0;
-    ArchiveFile file(openWithoutWaiting(path.c_str()));
+    ArchiveFile file = openWithoutWaiting(path);
     if (file == nullptr) {
         const int reason = errno; // which printing may replace
         std::printf("could not open <%s>\n", path.c_str());

@@ -73,7 +73,7 @@ public:
     /// tile aside: every later call returns false at once. SRTM: the first member of the archive is inflated; its size
     /// alone tells the grid (1201 x 1201, 3601 x 3601 or 6000 x 4800 samples). Where that fails, samples already in
     /// memory stay, and the next call tries again.
-    /// @return whether the samples are in memory and belong to the file
+    /// @return whether the samples are in memory, read now or earlier
     bool loadAllData();
 
     /// loadAllData for a tile that is known to be DTED.
@@ -166,7 +166,7 @@ public:
     /// loadHeader reads the 3428 bytes of header records from the file's position on and leaves the file behind them;
     /// fields that are missing or not numbers count as 0. While samples are in memory, a header that names another grid
     /// than theirs is not taken. loadData reads the data records from the file's position on, in place of the samples
-    /// in memory; it does not set loaded().
+    /// in memory; loaded() is false afterwards.
     /// @param file  open for reading; null reads like an empty file
     void loadHeader(std::FILE* file);
     void loadData(std::FILE* file);

@@ -16,7 +16,7 @@ struct TerrainTile::Cell
 
 /// Finds the cell of a coordinate along one axis.
 /// @param value,origin,spacing  degrees
-/// @param count                 cells that count, at most 2^31 - 1
+/// @param count                 cells that count, 1 to 2^31 - 1
 /// @param index                 receives the cell; the first one for less than one spacing before the origin
 /// @param fraction              receives the position in the cell
 /// @return false outside, for a spacing of 0 and for NaN
@@ -52,7 +52,7 @@ inline bool TerrainTile::findCell(double lat, double lon, std::uint32_t columns,
 /// For normals the point must lie before the last column, but may lie beyond the last row.
 inline bool TerrainTile::findNormalCell(double lat, double lon, Cell& cell) const
 {
-    return !mFailed && findCell(lat, lon, mNumLon - 1, cell);
+    return !mFailed && mNumLon > 1 && findCell(lat, lon, mNumLon - 1, cell);
 }
 
 } // namespace Tavik::Geodetic

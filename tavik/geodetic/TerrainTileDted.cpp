@@ -3,9 +3,6 @@
 #include <tavik/filesystem/ArchiveFile.h>
 #include <tavik/geodetic/TerrainTileSamples.h>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -34,14 +31,9 @@ constexpr std::size_t ColumnsPerRead = 64;
 /// @return null, after saying so, where the file cannot be opened
 FileSystem::ArchiveFile openTile(const std::string& path)
 {
-    // O_NONBLOCK changes nothing for regular files, and keeps a pipe from blocking until somebody writes to it.
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    FileSystem::ArchiveFile file(descriptor >= 0 ? fdopen(descriptor, "rb") : nullptr);
+    FileSystem::ArchiveFile file = FileSystem::openWithoutWaiting(path);
     if (file == nullptr) {
         std::printf("could not open data file <%s>\n", path.c_str());
-        if (descriptor >= 0) {
-            close(descriptor);
-        }
         return file;
     }
     // Scans open thousands of files for a few bytes, and samples are read in large pieces: no buffer to set up or to

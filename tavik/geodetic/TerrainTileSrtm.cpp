@@ -3,6 +3,7 @@
 #include <tavik/filesystem/MemberInflater.h>
 #include <tavik/filesystem/ZipFile.h>
 #include <tavik/geodetic/TerrainTileSamples.h>
+#include <tavik/misc/StringFields.h>
 
 #include <algorithm>
 #include <cctype>
@@ -59,13 +60,6 @@ const SrtmGrid* findGrid(std::uint32_t bytes)
         }
     }
     return nullptr;
-}
-
-/// The text between the first two dots of a file name.
-std::string kindOf(const std::string& name)
-{
-    const std::size_t dot = name.find('.');
-    return dot != std::string::npos ? name.substr(dot + 1, name.find('.', dot + 1) - dot - 1) : std::string();
 }
 
 /// Degrees in a file name, negated where the letter stands for the given hemisphere.
@@ -131,8 +125,8 @@ bool TerrainTile::loadTileHGT(const std::string& path)
     clear();
     mFileName = path;
     mFormat = 1;
-    const std::string name = path.substr(path.rfind('/') + 1); // all of it where there is no slash
-    const std::string kind = kindOf(name);
+    const std::string name = Misc::StringSection(path, "/", -1, -1);
+    const std::string kind = Misc::StringSection(name, ".", 1, 1);
     if (kind == "SRTMGL1" || kind == "SRTMGL3") { // N47E011
         mLatOrigin = degreesOf(name, 0, 1, 2, 'S');
         mLonOrigin = degreesOf(name, 3, 4, 3, 'W');

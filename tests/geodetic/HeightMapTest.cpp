@@ -191,8 +191,9 @@ TEST_F(HeightMapTest, AnswersWhatTheTileAnswers)
         const char* intervals; // of longitude and latitude, four characters each, tenths of seconds
         const char* originMinutes;
     } cases[] = {
-        {1201, "00300030", "00"}, {5, "90009000", "00"}, {4, "90009000", "00"}, {5, "89998999", "00"},
-        {5, "90009000", "30"},    {5, "90009000", "01"}, {1, "90009000", "00"}, {5, "-900-900", "00"},
+        {1201, "00300030", "00"}, {5, "90009000", "00"}, {4, "90009000", "00"},
+        {5, "89998999", "00"},    {5, "90009000", "22"}, {5, "90009000", "30"},
+        {5, "90009000", "01"},    {1, "90009000", "00"}, {5, "-900-900", "00"},
     };
     const double offsets[] = {-9e-7, 0.0, 1e-9, 0.24, 0.37, 0.5, 0.75, 0.999 * 0.75, 0.991, 1.0 - 1.01e-6};
     const std::string path = below("tile.DT1");
@@ -269,6 +270,9 @@ TEST_F(HeightMapTest, DropsTheOverviewTileThatWasLoadedFirst)
     const auto heightIn = [&](int i, bool load) {
         return height(i % 2 == 0 ? 45.0 : 35.0, -179.0 + 20.0 * (i - i % 2), load, LowResOnly);
     };
+    EXPECT_EQ(heightIn(0, !Load), 0);
+    EXPECT_EQ(heightIn(0, Load), 0) << "no new selection";
+    EXPECT_EQ(heightIn(1, Load), 0);
     for (int i = 0; i < limit; ++i) {
         EXPECT_EQ(heightIn(i, Load), i == 0 ? 300 : 0);
         EXPECT_EQ(heightIn(1, Load), 0); // tried again, and so the last of the list
@@ -276,6 +280,11 @@ TEST_F(HeightMapTest, DropsTheOverviewTileThatWasLoadedFirst)
     EXPECT_EQ(heightIn(0, !Load), 300);
     EXPECT_EQ(heightIn(limit, Load), 0);
     EXPECT_EQ(heightIn(0, !Load), 0);
+    EXPECT_EQ(heightIn(1, Load), 0);
+    EXPECT_EQ(heightIn(0, Load), 300);
+    mMap->readTileHGT(below("W180N90.SRTMGL30.missing.zip")); // takes the cell
+    EXPECT_EQ(heightIn(1, Load), 0);
+    EXPECT_EQ(heightIn(0, Load), 0);
 }
 
 TEST_F(HeightMapTest, AnswersNothingWhileTheScanRuns)

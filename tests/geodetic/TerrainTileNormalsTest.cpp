@@ -209,13 +209,15 @@ TEST_F(TerrainTileNormalsTest, NormalMap)
             return corner ? Bytes{0, 0, 0}
                           : expectedMapEntry(tile, std::min(i, lastRow - 1), std::min(j, lastColumn - 1));
         };
-        // Close to a sample its own entry decides.
-        std::uniform_real_distribution<double> offset(1e-6, 1e-4);
+        // Close to a sample its own entry decides; elsewhere the distances to all four.
+        std::uniform_real_distribution<double> close(1e-6, 1e-4);
+        std::uniform_real_distribution<double> anywhere(0.0, 1.0);
+        const auto offset = [&](int i) { return i % 2 == 0 ? close(random) : anywhere(random); };
         int wrong = 0;
         for (int i = 0; i <= lastRow; ++i) {
             for (int j = 0; j < lastColumn; ++j) {
-                const double lat = tile.latitudeOrigin() + (i + offset(random)) * tile.latitudeSpacing();
-                const double lon = tile.longitudeOrigin() + (j + offset(random)) * tile.longitudeSpacing();
+                const double lat = tile.latitudeOrigin() + (i + offset(i / 2 + j)) * tile.latitudeSpacing();
+                const double lon = tile.longitudeOrigin() + (j + offset(i / 2 + j)) * tile.longitudeSpacing();
                 const double fi = (lat - tile.latitudeOrigin()) / tile.latitudeSpacing() - i;
                 const double fj = (lon - tile.longitudeOrigin()) / tile.longitudeSpacing() - j;
                 const int north = std::min(i + 1, lastRow);

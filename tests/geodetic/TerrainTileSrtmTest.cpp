@@ -170,6 +170,16 @@ TEST_F(TerrainTileSrtmTest, DamagedArchives)
     EXPECT_EQ(wrongSamples(tile, Srtm3Side), 0u);
     ASSERT_TRUE(tile.loadTileHGT(path));
     EXPECT_FALSE(tile.loaded()) << "registering another file drops them";
+
+    TerrainTile aside; // for normals alone: its grid is not known before the samples are
+    aside.loadTileHGT(path);
+    aside.calcNormals();
+    Tavik::Support::writeZip(path, {{"whole", heights}});
+    ASSERT_TRUE(aside.loadAllData());
+    double height = 0.0;
+    unsigned char x, y, z;
+    EXPECT_TRUE(aside.getAltitude(47.5, 11.5, height));
+    EXPECT_FALSE(aside.getNormal(47.5, 11.5, x, y, z));
 }
 
 } // namespace
