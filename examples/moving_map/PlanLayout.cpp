@@ -17,7 +17,7 @@ namespace MovingMap {
 
 namespace {
 
-constexpr std::size_t MostCellsProbed = 24;
+constexpr std::size_t MostCellsProbed = 24; // each costs the reading of a tile
 constexpr int ProbesPerEdge = 24;
 constexpr double SpeedKnots = 240.0;
 
@@ -75,9 +75,10 @@ GeoBounds boundsOf(Position cell)
     return {cell.latDegrees, cell.lonDegrees, cell.latDegrees + 1.0, cell.lonDegrees + 1.0};
 }
 
-Position mostVariedCell(const std::vector<Position>& cells, const HeightSource& source)
+Position mostVariedCell(const TerrainCells& terrain, const HeightSource& source)
 {
-    const std::size_t step = (cells.size() + MostCellsProbed - 1) / MostCellsProbed;
+    const std::vector<Position>& cells = terrain.corners;
+    const std::size_t step = terrain.areOverview ? 1 : (cells.size() + MostCellsProbed - 1) / MostCellsProbed;
     Position best = cells.front();
     double greatest = -1.0;
     for (std::size_t i = 0; i < cells.size(); i += step) {
@@ -95,10 +96,10 @@ Position mostVariedCell(const std::vector<Position>& cells, const HeightSource& 
 }
 
 /// A cell, doubled to the side and upwards or downwards where there are tiles.
-GeoBounds areaAround(Position cell, const std::vector<Position>& cells)
+GeoBounds areaAround(Position cell, const TerrainCells& terrain)
 {
     Cells known;
-    for (const Position& position : cells) {
+    for (const Position& position : terrain.corners) {
         known.emplace(std::lround(position.latDegrees), std::lround(position.lonDegrees));
     }
     GeoBounds area = boundsOf(cell);
@@ -239,7 +240,7 @@ void planAltitudes(FlightPlan& plan, const HeightSource& source)
 
 } // namespace
 
-std::vector<Position> terrainCells(const std::string& folder)
+TerrainCells terrainCells(const std::string& folder)
 {
     Cells cells;
     Cells overview;
@@ -254,22 +255,23 @@ std::vector<Position> terrainCells(const std::string& folder)
             cells.emplace(lat, lon);
             continue;
         }
-        for (int i = 0; i < 50; i += 2) {
-            for (int j = 0; j < 40; j += 2) {
+        for (int i = 0; i < 50; ++i) {
+            for (int j = 0; j < 40; ++j) {
                 overview.emplace(lat + i, lon + j);
             }
         }
     }
-    std::vector<Position> corners;
+    TerrainCells terrain;
+    terrain.areOverview = cells.empty();
     for (const auto& [lat, lon] : cells.empty() ? overview : cells) {
         if (std::abs(lat) < 84 && std::abs(lon) < 179) {
-            corners.push_back({static_cast<double>(lat), static_cast<double>(lon)});
+            terrain.corners.push_back({static_cast<double>(lat), static_cast<double>(lon)});
         }
     }
-    return corners;
+    return terrain;
 }
 
-FlightPlan layOutPlan(const std::vector<Position>& cells, const HeightSource& source)
+FlightPlan layOutPlan(const TerrainCells& cells, const HeightSource& source)
 {
     const Layout layout(areaAround(mostVariedCell(cells, source), cells), source);
     const Position summit = layout.inside(layout.summit(), FixMargin);

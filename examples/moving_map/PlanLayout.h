@@ -9,16 +9,22 @@
 
 namespace MovingMap {
 
-/// South-west corners of the one-degree cells for which a folder has tiles, sorted; of overview tiles, every other
-/// cell, and only where there are no other tiles. The files are told by their names and headers, no heights are read.
-std::vector<Position> terrainCells(const std::string& folder);
+/// One-degree cells for which there is terrain, by their south-west corners.
+struct TerrainCells
+{
+    std::vector<Position> corners;
+    bool areOverview = false; ///< from overview tiles: there are no others
+};
+
+/// The cells for which a folder has tiles, sorted. The files are told by their names and headers, no heights are read.
+TerrainCells terrainCells(const std::string& folder);
 
 /// Lays a flight plan over the cell with the greatest differences of height, and over those beside it.
 ///
 /// It begins at low ground, flies an arc about a station in the mountains, passes over the highest point and returns,
 /// always well clear of the ground.
-/// @param cells   not empty; at most 24 of them, evenly chosen, are looked at
-/// @param source  asked for some thousand heights
-FlightPlan layOutPlan(const std::vector<Position>& cells, const HeightSource& source);
+/// @param cells   not empty; at most 24 of them, evenly chosen, are looked at, or all those of overview tiles
+/// @param source  asked for some thousand heights of each cell
+FlightPlan layOutPlan(const TerrainCells& cells, const HeightSource& source);
 
 } // namespace MovingMap

@@ -62,8 +62,8 @@ bool findPlan(const Options& options, const std::string& folder, TerrainWorker& 
     if (options.terrain.empty()) {
         return readPlan(BuiltInPlan, "built-in plan", plan, error);
     }
-    const std::vector<Position> cells = terrainCells(folder);
-    if (cells.empty()) {
+    const TerrainCells cells = terrainCells(folder);
+    if (cells.corners.empty()) {
         error = "there are no terrain tiles in '" + folder + "'";
         return false;
     }
@@ -114,11 +114,12 @@ public:
         const int frames = std::max(mOptions.frames, 1);
         for (int frame = 0; frame < frames; ++frame) {
             const bool last = frame + 1 == frames;
+            auto begin = std::chrono::steady_clock::now();
             update();
             if (frame == 0 || last) {
                 mDisplay.completeTerrain();
+                begin = std::chrono::steady_clock::now(); // waiting for terrain is no part of a frame
             }
-            const auto begin = std::chrono::steady_clock::now();
             mDisplay.render();
             glFinish();
             mStatistics.add(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());

@@ -63,7 +63,7 @@ TEST(PlanLayout, EveryPlanCanBeFlownOverItsTilesAndClearOfTheGround)
          6},
     };
     for (const Case& c : cases) {
-        const FlightPlan plan = layOutPlan(c.cells, c.source);
+        const FlightPlan plan = layOutPlan({c.cells, false}, c.source);
         Route route;
         std::string error;
         ASSERT_TRUE(resolveRoute(plan, route, error)) << c.name << ": " << error;
