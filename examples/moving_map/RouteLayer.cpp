@@ -54,8 +54,6 @@ void renderCased(Tavik::OpenGL::LineLoops& loops, Color color)
 
 } // namespace
 
-RouteLayer::RouteLayer() = default;
-
 void RouteLayer::render(const Scene& scene)
 {
     renderLegs(scene);

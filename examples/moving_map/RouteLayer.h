@@ -12,8 +12,6 @@ namespace MovingMap {
 class RouteLayer
 {
 public:
-    RouteLayer();
-
     void render(const Scene& scene);
 
 private:
