@@ -8,7 +8,8 @@ namespace Tavik::Support {
 
 /// What the header of a DTED file says about its grid. The default is a level 1 tile between 50 S and 50 N.
 ///
-/// The header has four characters for each number: points, lines and intervals are in [0, 9999], degrees in [-999, 999].
+/// The header has four characters for each number: points, lines and intervals are in [0, 9999], degrees in [-999,
+/// 999].
 struct DtedGrid
 {
     int latitudeDegrees = 0;  ///< south-west corner, negative south
