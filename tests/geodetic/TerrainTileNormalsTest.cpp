@@ -12,15 +12,15 @@
 #include <cmath>
 #include <random>
 
+using namespace Tavik::Support;
 using Tavik::Geodetic::TerrainTile;
-using Tavik::Support::DtedGrid;
-using Tavik::Support::DtedHeights;
 
 namespace {
 
-constexpr double DegreesToRadians = 0.017453292519943295;
-
 using Bytes = std::array<int, 3>;
+
+constexpr Bytes None = {0, 0, 0};
+constexpr Bytes Level = {127, 127, 255};
 
 int packed(float component)
 {
@@ -28,22 +28,27 @@ int packed(float component)
     return std::isnan(scaled) ? 0 : static_cast<int>(scaled);
 }
 
-/// The surface normal as it is defined, step by step, in cell (i, j) at (ti, tj).
+Bytes packedDirection(float x, float y, float z)
+{
+    const float length = std::sqrt(x * x + y * y + z * z);
+    return {packed(x / length), packed(y / length), packed(z / length)};
+}
+
+/// The surface normal in cell (i, j) at (ti, tj), step by step as it is defined.
 Bytes expectedNormal(const TerrainTile& tile, int i, int j, double ti, double tj)
 {
     const double latMetres = tile.latitudeSpacing() * 60 * 1852;
-    const double lonMetres = tile.longitudeSpacing() * 60 * 1852 * std::cos(tile.latitudeOrigin() * DegreesToRadians);
-    double v[4];
-    double w[4];
+    const double lonMetres =
+        tile.longitudeSpacing() * 60 * 1852 * std::cos(tile.latitudeOrigin() * 0.017453292519943295);
+    double v[4], w[4];
     for (int k = 0; k < 4; ++k) {
-        double alongLatitude[4];
-        double alongLongitude[4];
+        double column[4], row[4];
         for (int l = 0; l < 4; ++l) {
-            alongLatitude[l] = tile.getAltitude(i + l - 1, j + k - 1) / latMetres;
-            alongLongitude[l] = tile.getAltitude(i + k - 1, j + l - 1) / lonMetres;
+            column[l] = tile.getAltitude(i + l - 1, j + k - 1) / latMetres;
+            row[l] = tile.getAltitude(i + k - 1, j + l - 1) / lonMetres;
         }
-        v[k] = Tavik::Math::getCubicValue(alongLatitude, ti);
-        w[k] = Tavik::Math::getCubicValue(alongLongitude, tj);
+        v[k] = Tavik::Math::getCubicValue(column, ti);
+        w[k] = Tavik::Math::getCubicValue(row, tj);
     }
     const auto dx = static_cast<float>(Tavik::Math::getCubicDerivate(v, tj));
     const auto dy = static_cast<float>(Tavik::Math::getCubicDerivate(w, ti));
@@ -51,47 +56,46 @@ Bytes expectedNormal(const TerrainTile& tile, int i, int j, double ti, double tj
     return {packed(-dx * s), packed(-dy * s), packed(s)};
 }
 
-/// An entry of the normal map as it is defined, from the four projected corners.
-Bytes expectedMapEntry(const TerrainTile& tile, int i, int j)
+/// An entry of the normal map, from the four projected corners as it is defined; edges repeat their neighbours.
+Bytes expectedEntry(const TerrainTile& tile, int i, int j)
 {
-    const int di[4] = {0, 1, 1, 0};
-    const int dj[4] = {0, 0, 1, 1};
-    double g1[4];
-    double g2[4];
-    float du[4];
-    float dv[4];
-    float dh[4];
+    const int lastRow = static_cast<int>(tile.latitudeCount()) - 1;
+    const int lastColumn = static_cast<int>(tile.longitudeCount()) - 1;
+    if (i == lastRow && j == lastColumn) {
+        return None;
+    }
+    const int south = std::min(i, lastRow - 1);
+    const int west = std::min(j, lastColumn - 1);
+    double g1[4], g2[4];
+    float du[4], dv[4], dh[4];
     for (int k = 0; k < 4; ++k) {
+        const int row = south + (k == 1 || k == 2);
+        const int column = west + (k >= 2);
         Tavik::Geodetic::latLong2Grid(tile.latitudeOrigin(), tile.longitudeOrigin(),
-                                      tile.latitudeOrigin() + tile.latitudeSpacing() * (i + di[k]),
-                                      tile.longitudeOrigin() + tile.longitudeSpacing() * (j + dj[k]), g1[k], g2[k]);
+                                      tile.latitudeOrigin() + tile.latitudeSpacing() * row,
+                                      tile.longitudeOrigin() + tile.longitudeSpacing() * column, g1[k], g2[k]);
         du[k] = static_cast<float>(g1[k] - g1[0]);
         dv[k] = static_cast<float>(g2[k] - g2[0]);
-        dh[k] = static_cast<float>(tile.getAltitude(i + di[k], j + dj[k]) - tile.getAltitude(i, j));
+        dh[k] = static_cast<float>(tile.getAltitude(row, column) - tile.getAltitude(south, west));
     }
-    const float nx = (dv[2] * dh[1] - dh[2] * dv[1]) + (dv[3] * dh[2] - dh[3] * dv[2]);
-    const float ny = (du[1] * dh[2] - dh[1] * du[2]) + (du[2] * dh[3] - dh[2] * du[3]);
-    const float nz = (dv[1] * du[2] - dv[2] * du[1]) + (dv[2] * du[3] - dv[3] * du[2]);
-    const float length = std::sqrt(nx * nx + ny * ny + nz * nz);
-    return {packed(nx / length), packed(ny / length), packed(nz / length)};
+    return packedDirection((dv[2] * dh[1] - dh[2] * dv[1]) + (dv[3] * dh[2] - dh[3] * dv[2]),
+                           (du[1] * dh[2] - dh[1] * du[2]) + (du[2] * dh[3] - dh[2] * du[3]),
+                           (dv[1] * du[2] - dv[2] * du[1]) + (dv[2] * du[3] - dv[3] * du[2]));
 }
 
-/// The blend of four corners as it is defined.
-Bytes expectedBlend(const Bytes (&corners)[4], double fi, double fj)
+/// The blend of the entries around a point as it is defined.
+Bytes expectedBlend(const TerrainTile& tile, int i, int j, double fi, double fj)
 {
-    const double d[4] = {std::sqrt(fi * fi + fj * fj), std::sqrt((1 - fi) * (1 - fi) + fj * fj),
-                         std::sqrt((1 - fi) * (1 - fi) + (1 - fj) * (1 - fj)),
-                         std::sqrt(fi * fi + (1 - fj) * (1 - fj))};
-    float n[3];
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        double sum = 0.0;
-        for (std::size_t k = 0; k < 4; ++k) {
-            sum += (corners[k][axis] / 127.5 - 1) / (d[k] / (d[0] + d[1] + d[2] + d[3]));
-        }
-        n[axis] = static_cast<float>(sum);
+    const int north = std::min(i + 1, static_cast<int>(tile.latitudeCount()) - 1);
+    const Bytes corners[4] = {expectedEntry(tile, i, j), expectedEntry(tile, north, j),
+                              expectedEntry(tile, north, j + 1), expectedEntry(tile, i, j + 1)};
+    const auto length = [](double a, double b) { return std::sqrt(a * a + b * b); };
+    const double d[4] = {length(fi, fj), length(1 - fi, fj), length(1 - fi, 1 - fj), length(fi, 1 - fj)};
+    double sums[3] = {};
+    for (std::size_t k = 0; k < 12; ++k) {
+        sums[k % 3] += (corners[k / 3][k % 3] / 127.5 - 1) / (d[k / 3] / (d[0] + d[1] + d[2] + d[3]));
     }
-    const float length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
-    return {packed(n[0] / length), packed(n[1] / length), packed(n[2] / length)};
+    return packedDirection(static_cast<float>(sums[0]), static_cast<float>(sums[1]), static_cast<float>(sums[2]));
 }
 
 class TerrainTileNormalsTest : public testing::Test
@@ -99,9 +103,8 @@ class TerrainTileNormalsTest : public testing::Test
 protected:
     void load(const DtedGrid& grid, const DtedHeights& height)
     {
-        writeDted(path, grid, height, Tavik::Support::DtedSign::TwosComplement);
-        ASSERT_TRUE(tile.loadTile(path));
-        ASSERT_TRUE(tile.loadAllData());
+        writeDted(path, grid, height, DtedSign::TwosComplement);
+        ASSERT_TRUE(tile.loadTile(path) && tile.loadAllData());
     }
 
     template <typename Query>
@@ -115,9 +118,23 @@ protected:
         return {x, y, z};
     }
 
-    Tavik::Support::TemporaryDirectory directory;
+    /// Number of points, i and j in spacings, where a query differs from what is expected.
+    template <typename Query, typename Expected>
+    int wrongAt(double i, double j, Query query, Expected expected)
+    {
+        const double lat = tile.latitudeOrigin() + i * tile.latitudeSpacing();
+        const double lon = tile.longitudeOrigin() + j * tile.longitudeSpacing();
+        const double u = (lat - tile.latitudeOrigin()) / tile.latitudeSpacing();
+        const double v = (lon - tile.longitudeOrigin()) / tile.longitudeSpacing();
+        unsigned char x, y, z;
+        return !(tile.*query)(lat, lon, x, y, z) || expected(tile, static_cast<int>(u), static_cast<int>(v),
+                                                             u - std::trunc(u), v - std::trunc(v)) != Bytes{x, y, z};
+    }
+
+    TemporaryDirectory directory;
     std::string path = directory.path() + "/N00E000.DT1";
     TerrainTile tile;
+    std::mt19937 random{2};
 };
 
 TEST_F(TerrainTileNormalsTest, SurfaceNormalBytesAreThoseOfTheDefinition)
@@ -126,131 +143,74 @@ TEST_F(TerrainTileNormalsTest, SurfaceNormalBytesAreThoseOfTheDefinition)
     {
         const char* name;
         DtedGrid grid;
-        int lowest, highest; // heights are random between these
-        int cases;
-    } terrains[] = {
-        {"mountains", {47, 11, 200, 200}, 0, 60, 150000},
-        {"cliffs", {-35, -70, 60, 60}, -9000, 32767, 50000},
-        {"hills", {60, 11, 60, 60}, 0, 3, 50000},
-        {"plain: slopes around the smallest that count", {0, 0, 60, 60, 9999, 9999}, 0, 3, 50000},
-        {"sea", {0, 0, 9, 9}, 0, 0, 1000},
-        {"beside the pole: cells shorter than a metre", {90, 0, 60, 60}, 0, 60, 20000},
-        {"no width", {0, 0, 9, 9, 30, 0}, 0, 60, 1000},
-        {"one row", {0, 0, 1, 9}, 0, 60, 1000},
-        {"one cell", {0, 0, 2, 2}, 0, 60, 1000},
-    };
-    std::mt19937 random(2);
+        int lowest, highest, points; // heights are random between these
+    } terrains[] = {{"mountains", {47, 11, 200, 200}, 0, 60, 150000},
+                    {"cliffs", {-35, -70, 60, 60}, -9000, 32767, 50000},
+                    {"hills", {60, 11, 60, 60}, 0, 3, 50000},
+                    {"plain with the smallest slopes that count", {0, 0, 60, 60, 9999, 9999}, 0, 3, 50000},
+                    {"sea", {0, 0, 9, 9}, 0, 0, 1000},
+                    {"beside the pole, cells shorter than a metre", {90, 0, 60, 60}, 0, 60, 20000},
+                    {"one row", {0, 0, 1, 9}, 0, 60, 1000},
+                    {"one cell", {0, 0, 2, 2}, 0, 60, 1000}};
     for (const auto& terrain : terrains) {
-        SCOPED_TRACE(terrain.name);
-        load(terrain.grid, [&](unsigned int, unsigned int) {
-            return std::uniform_int_distribution<int>(terrain.lowest, terrain.highest)(random);
-        });
+        std::uniform_int_distribution<int> height(terrain.lowest, terrain.highest);
+        load(terrain.grid, [&](unsigned int, unsigned int) { return height(random); });
         std::uniform_real_distribution<double> row(-0.999, terrain.grid.latitudePoints - 0.001);
         std::uniform_real_distribution<double> column(-0.999, terrain.grid.longitudeLines - 1.001);
         int wrong = 0;
-        for (int k = 0; k < terrain.cases; ++k) {
-            const double lat = tile.latitudeOrigin() + row(random) * tile.latitudeSpacing();
-            const double lon = tile.longitudeOrigin() + column(random) * tile.longitudeSpacing();
-            const double i = (lat - tile.latitudeOrigin()) / tile.latitudeSpacing();
-            const double j = (lon - tile.longitudeOrigin()) / tile.longitudeSpacing();
-            unsigned char x, y, z;
-            if (!tile.getNormal(lat, lon, x, y, z)) {
-                wrong += tile.longitudeSpacing() > 0;
-                continue;
-            }
-            const Bytes expected =
-                expectedNormal(tile, static_cast<int>(i), static_cast<int>(j), i - std::trunc(i), j - std::trunc(j));
-            wrong += expected != Bytes{x, y, z};
+        for (int k = 0; k < terrain.points; ++k) {
+            wrong += wrongAt(row(random), column(random), &TerrainTile::getNormal, expectedNormal);
         }
-        EXPECT_EQ(wrong, 0);
+        EXPECT_EQ(wrong, 0) << terrain.name;
     }
 }
 
-TEST_F(TerrainTileNormalsTest, WhereAndWhichWay)
+TEST_F(TerrainTileNormalsTest, MapEntriesAreThoseOfTheDefinition)
 {
-    const Bytes none = {0, 0, 0};
-    EXPECT_EQ(ask(&TerrainTile::getNormal, 0, 0, false), none) << "nothing registered";
-    // One metre up for each metre east, nearly.
-    load({0, 0, 5, 5, 30, 30}, [](unsigned int, unsigned int j) { return static_cast<int>(93 * j); });
-    const Bytes west = ask(&TerrainTile::getNormal, 2.5, 2.5);
-    EXPECT_LT(west[0], 40); // the normal leans away from the slope
-    EXPECT_EQ(west[1], 127);
-    EXPECT_GT(west[2], 215);
-    load({0, 0, 5, 5, 30, 30}, [](unsigned int, unsigned int) { return 100; });
-    const struct
-    {
-        double i, j;
-        bool answer;
-    } cases[] = {
-        {2, 2, true},      {-0.99, 2, true},  {2, -0.99, true}, {4.99, 2, true},  {2, 3.99, true},
-        {-1.01, 2, false}, {2, -1.01, false}, {5.01, 2, false}, {2, 4.01, false}, {NAN, 2, false},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(ask(&TerrainTile::getNormal, c.i, c.j, c.answer), (c.answer ? Bytes{127, 127, 255} : none));
-        EXPECT_EQ(ask(&TerrainTile::getNormalOld, c.i, c.j, false), none) << "no map yet";
-    }
-    tile.clear();
-    EXPECT_EQ(ask(&TerrainTile::getNormal, 2, 2, false), none);
-}
-
-TEST_F(TerrainTileNormalsTest, NormalMap)
-{
-    const DtedGrid grids[] = {{47, 11, 600, 4}, {-60, -70, 2, 2}, {0, 0, 257, 3, 9999, 9999}, {10, 10, 258, 3}};
-    std::mt19937 random(3);
-    for (const DtedGrid& grid : grids) {
-        SCOPED_TRACE(grid.latitudePoints);
+    // Close to a sample its own entry decides; elsewhere the distances to all four.
+    std::uniform_real_distribution<double> close(1e-6, 1e-4), anywhere(0.0, 0.999);
+    for (const DtedGrid& grid :
+         {DtedGrid{47, 11, 600, 4}, {-60, -70, 2, 2}, {0, 0, 257, 3, 9999, 9999}, {10, 10, 258, 3}}) {
         load(grid, [&](unsigned int, unsigned int) { return static_cast<int>(random() % 4000) - 1000; });
         tile.calcNormals();
-        tile.calcNormals(); // in place
-        const int lastRow = static_cast<int>(grid.latitudePoints) - 1;
-        const int lastColumn = static_cast<int>(grid.longitudeLines) - 1;
-        const auto entry = [&](int i, int j) {
-            const bool corner = i == lastRow && j == lastColumn;
-            return corner ? Bytes{0, 0, 0}
-                          : expectedMapEntry(tile, std::min(i, lastRow - 1), std::min(j, lastColumn - 1));
-        };
-        // Close to a sample its own entry decides; elsewhere the distances to all four.
-        std::uniform_real_distribution<double> close(1e-6, 1e-4);
-        std::uniform_real_distribution<double> anywhere(0.0, 1.0);
-        const auto offset = [&](int i) { return i % 2 == 0 ? close(random) : anywhere(random); };
         int wrong = 0;
-        for (int i = 0; i <= lastRow; ++i) {
-            for (int j = 0; j < lastColumn; ++j) {
-                const double lat = tile.latitudeOrigin() + (i + offset(i / 2 + j)) * tile.latitudeSpacing();
-                const double lon = tile.longitudeOrigin() + (j + offset(i / 2 + j)) * tile.longitudeSpacing();
-                const double fi = (lat - tile.latitudeOrigin()) / tile.latitudeSpacing() - i;
-                const double fj = (lon - tile.longitudeOrigin()) / tile.longitudeSpacing() - j;
-                const int north = std::min(i + 1, lastRow);
-                const Bytes corners[4] = {entry(i, j), entry(north, j), entry(north, j + 1), entry(i, j + 1)};
-                const Bytes expected = expectedBlend(corners, fi, fj);
-                unsigned char x = 1, y = 2, z = 3;
-                wrong += !tile.getNormalOld(lat, lon, x, y, z) || expected != Bytes{x, y, z};
+        for (unsigned int i = 0; i < grid.latitudePoints; ++i) {
+            for (unsigned int j = 0; j + 1 < grid.longitudeLines; ++j) {
+                auto& offset = (i / 2 + j) % 2 == 0 ? close : anywhere;
+                wrong += wrongAt(i + offset(random), j + offset(random), &TerrainTile::getNormalOld, expectedBlend);
             }
         }
-        EXPECT_EQ(wrong, 0);
+        EXPECT_EQ(wrong, 0) << grid.latitudePoints;
     }
 }
 
-TEST_F(TerrainTileNormalsTest, NormalMapAtItsLimits)
+TEST_F(TerrainTileNormalsTest, WhereAndWhen)
 {
-    const Bytes none = {0, 0, 0};
-    load({0, 0, 3, 3}, [](unsigned int, unsigned int) { return 100; });
+    EXPECT_EQ(ask(&TerrainTile::getNormal, 0, 0, false), None) << "nothing registered";
+    load({0, 0, 5, 5}, [](unsigned int, unsigned int) { return 100; });
+    for (const auto& [i, j] : {std::pair{2.0, 2.0}, {-0.99, 2.0}, {2.0, -0.99}, {4.99, 2.0}, {2.0, 3.99}}) {
+        EXPECT_EQ(ask(&TerrainTile::getNormal, i, j), Level);
+        EXPECT_EQ(ask(&TerrainTile::getNormalOld, i, j, false), None) << "no map yet";
+    }
+    for (const auto& [i, j] : {std::pair{-1.01, 2.0}, {2.0, -1.01}, {5.01, 2.0}, {2.0, 4.01}, {double{NAN}, 2.0}}) {
+        EXPECT_EQ(ask(&TerrainTile::getNormal, i, j, false), None);
+    }
     tile.calcNormals();
     EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 0.5), (Bytes{127, 127, 254})); // 127 unpacks to less than level
-    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 1, 1), none) << "no value exactly on a sample";
-    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 2.5, false), none);
+    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 1, 1), None) << "no value exactly on a sample";
+    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 4.5, false), None);
     tile.clear();
+    EXPECT_EQ(ask(&TerrainTile::getNormal, 2, 2, false), None);
     tile.calcNormals(); // without samples: nothing, and no harm done
     ASSERT_TRUE(tile.loadAllData());
-    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 0.5, false), none) << "the map went with the samples";
+    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 0.5, false), None) << "the map went with the samples";
+}
 
+TEST_F(TerrainTileNormalsTest, MapsWithoutCells)
+{
     load({0, 0, 1, 3}, [](unsigned int, unsigned int) { return 100; });
     tile.calcNormals();
-    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 0.5), (Bytes{53, 53, 53})) << "entries 0, 0, 0: no cells";
-    load({0, 0, 3, 1}, [](unsigned int, unsigned int) { return 100; });
-    tile.calcNormals();
-    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 0.5, false), none);
-
+    EXPECT_EQ(ask(&TerrainTile::getNormalOld, 0.5, 0.5), (Bytes{53, 53, 53})) << "the direction of an entry 0, 0, 0";
     TerrainTile empty;
     testing::internal::CaptureStdout();
     empty.calcNormals();
