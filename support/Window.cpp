@@ -17,6 +17,8 @@ constexpr int MaximumPendingErrors = 64;
 Window::Window(const std::string& title, int widthPixels, int heightPixels, Visibility visibility, bool debugContext)
     : mVisibility(visibility)
 {
+    // An interrupt from the terminal ends the program, also where it does not look at events.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
         mError = std::string("No video driver: ") + SDL_GetError();
         return;

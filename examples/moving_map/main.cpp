@@ -87,7 +87,7 @@ public:
     }
 
     /// Until the user ends the program.
-    void runInteractive()
+    int runInteractive()
     {
         Controls controls(mSettings, mSimulation);
         auto last = std::chrono::steady_clock::now();
@@ -106,6 +106,7 @@ public:
             mSimulation.advance(std::min(seconds, LongestFrameSeconds));
         }
         printStatistics();
+        return checkGlError();
     }
 
     /// Frames that depend on nothing but the options; the last one into a picture, where one is wanted.
@@ -123,8 +124,8 @@ public:
             mDisplay.render();
             glFinish();
             mStatistics.add(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
-            if (const unsigned int error = Window::takeGlError(); error != GL_NO_ERROR) {
-                return fail("OpenGL reports error " + std::to_string(error));
+            if (checkGlError() != EXIT_SUCCESS) {
+                return EXIT_FAILURE;
             }
             if (last && !picture.empty()) {
                 if (!mWindow.readPicture().writePng(picture)) {
@@ -141,6 +142,12 @@ public:
 
 private:
     void update() { mDisplay.update(mSettings, mSimulation, mWindow.widthPixels(), mWindow.heightPixels()); }
+
+    static int checkGlError()
+    {
+        const unsigned int error = Window::takeGlError();
+        return error == GL_NO_ERROR ? EXIT_SUCCESS : fail("OpenGL reports error " + std::to_string(error));
+    }
 
     void printStatistics() const
     {
@@ -191,8 +198,7 @@ int run(const Options& options)
     if (fixed || window.isHeadless()) {
         return program.runFixed(fixed ? options.screenshot : DefaultPicture);
     }
-    program.runInteractive();
-    return EXIT_SUCCESS;
+    return program.runInteractive();
 }
 
 } // namespace
