@@ -33,17 +33,17 @@ inline constexpr double EarthRadius = 6378137.0;
 
 /// Great-circle distance by the spherical law of cosines, on the sphere of 1852 m for a minute of arc.
 ///
-/// The law of cosines tells small angles badly. Measured errors: up to 0.13 m for points closer than 0.2 m, which may
-/// come out as 0; 10 mm at 1 m, 0.1 mm at 100 m, 1 µm at 10 km.
+/// The law of cosines tells small angles badly. Measured errors: up to 0.16 m for points closer than 0.2 m, which may
+/// come out as 0; 13 mm at 1 m, 0.14 mm at 100 m, 1.3 µm at 10 km.
 /// @param lat1,lon1,lat2,lon2  degrees, any range; the antimeridian and the poles need no care
-/// @return metres in [0, 20001600]; exactly 0 for identical points, never NaN for finite arguments
+/// @return metres in [0, 20001600]; exactly 0 for identical arguments, never NaN for finite arguments
 TAVIK_API double calcDistance(double lat1, double lon1, double lat2, double lon2);
 
 /// True bearing at the first point of the great circle to the second.
 /// @param lat1,lon1,lat2,lon2  degrees, any range; the antimeridian needs no care
 /// @return degrees in [0, 360]; 0 when both points coincide or when the result would be NaN. From a pole every
 ///         direction is south or north, and the bearing is the one that the given longitude of the pole implies.
-///         Measured errors: 1e-7 degrees for points 1 m apart, in inverse proportion to the distance.
+///         Measured errors: 1.5e-7 degrees for points 1 m apart, in inverse proportion to the distance.
 TAVIK_API double calcBearing(double lat1, double lon1, double lat2, double lon2);
 
 /// One straight step in the plane around the start point: not a great-circle destination.

@@ -27,7 +27,8 @@ namespace Tavik::Geodetic {
 /// @param lat1,lon1,course1  first point, the origin of the plane, and its course; any range
 /// @param lat2,lon2,course2  second point and its course
 /// @param lat,lon            the crossing; the first point unchanged when the courses are parallel or opposite (within
-///                           1e-7 radians, or the resolution above) or when a value is NaN or infinite
+///                           1e-7 radians, or the resolution above) or when a value is NaN or infinite, but for a first
+///                           point that is so itself
 TAVIK_API void calcIntersection(double lat1, double lon1, double course1, double lat2, double lon2, double course2,
                                 double& lat, double& lon);
 

@@ -132,7 +132,7 @@ std::optional<Arc> flyOverArc(Vector2<double> previous, Vector2<double> waypoint
 bool isStraight(Vector2<double> toPrevious, Vector2<double> toNext)
 {
     constexpr double Tolerance = 0.001;     // metres
-    constexpr double AngleTolerance = 1e-9; // radians
+    constexpr double AngleTolerance = 3e-8; // radians; the arc cosine of a unit vector resolves no less
 
     const double offLine = toNext.x == 0.0 ? toPrevious.x : toPrevious.y + toNext.y * (-toPrevious.x / toNext.x);
     // Near a north-south line the measure above is blown up out of rounding errors, and the turn of no angle that is

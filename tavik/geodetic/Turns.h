@@ -29,7 +29,7 @@ namespace Tavik::Geodetic {
 ///                         greater one in [0, 360]
 /// @param latOut,lonOut    end of the turn, degrees; the point 10 m ahead on course1 when the courses differ by less
 ///                         than a degree. Longitudes are not folded at the antimeridian, and meaningless at a pole.
-/// @return always true; NaN arguments give NaN outputs
+/// @return always true; NaN passes through to the outputs that depend on it
 TAVIK_API bool calcOutboundPoint(double lat, double lon, double course1, double radius, double course2, int direction,
                                  double& latOut, double& lonOut);
 
@@ -37,8 +37,8 @@ TAVIK_API bool calcOutboundPoint(double lat, double lon, double course1, double 
 /// next point.
 /// @param radius         metres; below 0.001 there is no turn
 /// @param direction      0 left, 1 right, else the side on which next lies
-/// @param radiusLimited  set to whether the radius had to be reduced for the turn to reach the course to next: it must
-///                       be less than 0.999 of that of the circle through waypoint, next and the point one metre
+/// @param radiusLimited  set to whether the radius had to be reduced for the turn to reach the course to next: it is
+///                       at most 0.999 of that of the circle through waypoint, next and the point one metre
 ///                       beyond waypoint
 /// @return waypoint and the arc; the last point lies up to one degree beyond the tangent to next. Waypoint alone
 ///         when the course changes by less than 3 degrees, when previous coincides with it, or when next lies inside

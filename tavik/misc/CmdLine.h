@@ -40,8 +40,8 @@ public:
 
     /// Takes the program's name and its options from the arguments of main; a null pointer ends them.
     ///
-    /// Prints "unknown option " and the argument for each one that is not an option, and goes on with the next. A
-    /// parameter without an argument, being the last, counts as set and keeps its value.
+    /// Prints "unknown option " and the argument to standard output for each one that is not an option, and goes on
+    /// with the next. A parameter without an argument, being the last, counts as set and keeps its value.
     /// @return whether every argument was recognised
     bool parse(int argc, char** argv);
 
@@ -54,7 +54,9 @@ public:
     /// @return whether the option occurred on the command line; false for an unknown name
     bool getParameter(const std::string& name, std::string& value) const;
 
-    /// Prints "Usage of <program> :" and a line for each option, in the order of their names, to standard output.
+    /// Prints "Usage of <program> :" and a line for each option, in the order of their names, to standard output:
+    /// "<name> <description>" for a switch, "<name> [<description>] default [<value>]" for a parameter, the name padded
+    /// to 8 characters.
     void printUsage() const;
 
 private:
