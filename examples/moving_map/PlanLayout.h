@@ -16,7 +16,8 @@ struct TerrainCells
     bool areOverview = false; ///< from overview tiles: there are no others
 };
 
-/// The cells for which a folder has tiles, sorted. The files are told by their names and headers, no heights are read.
+/// The cells for which a folder has tiles, sorted, without those near a pole or the antimeridian, where plans and map
+/// would have to wrap round. The files are told by their names and headers, no heights are read.
 TerrainCells terrainCells(const std::string& folder);
 
 /// Lays a flight plan over the cell with the greatest differences of height, and over those beside it.

@@ -64,7 +64,8 @@ bool findPlan(const Options& options, const std::string& folder, TerrainWorker& 
     }
     const TerrainCells cells = terrainCells(folder);
     if (cells.corners.empty()) {
-        error = "there are no terrain tiles in '" + folder + "'";
+        error = "there are no terrain tiles in '" + folder +
+                "' to lay a plan over (between 84 S and 84 N, off the antimeridian); --plan can name one";
         return false;
     }
     worker.post([&plan, &cells](Terrain& terrain) -> TerrainWorker::Delivery {
