@@ -110,53 +110,39 @@ std::string dataRecord(const DtedGrid& grid, unsigned int column, const DtedHeig
     return record;
 }
 
-std::FILE* openOrExit(const std::string& path, const char* mode)
-{
-    std::FILE* file = std::fopen(path.c_str(), mode);
-    if (file == nullptr) {
-        std::perror(path.c_str());
-        std::exit(EXIT_FAILURE);
-    }
-    return file;
-}
-
-void writeOrExit(std::FILE* file, const std::string& bytes)
-{
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) {
-        std::perror("fwrite");
-        std::exit(EXIT_FAILURE);
-    }
-}
-
-void closeOrExit(std::FILE* file)
-{
-    if (std::fclose(file) != 0) {
-        std::perror("fclose");
-        std::exit(EXIT_FAILURE);
-    }
-}
-
 } // namespace
 
 void writeDted(const std::string& path, const DtedGrid& grid, const DtedHeights& height, DtedSign sign)
 {
-    std::FILE* file = openOrExit(path, "wb");
-    writeOrExit(file, userHeader(grid) + dataSetIdentification(grid) + accuracy());
-    for (unsigned int column = 0; column < grid.longitudeLines; ++column) {
-        writeOrExit(file, dataRecord(grid, column, height, sign));
+    if (!tryWriteDted(path, grid, height, sign)) {
+        std::perror(path.c_str());
+        std::exit(EXIT_FAILURE);
     }
-    closeOrExit(file);
+}
+
+bool tryWriteDted(const std::string& path, const DtedGrid& grid, const DtedHeights& height, DtedSign sign)
+{
+    std::string bytes = userHeader(grid) + dataSetIdentification(grid) + accuracy();
+    for (unsigned int column = 0; column < grid.longitudeLines; ++column) {
+        bytes += dataRecord(grid, column, height, sign);
+    }
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) {
+        return false;
+    }
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    return std::fclose(file) == 0 && written;
 }
 
 void overwriteBytes(const std::string& path, long offset, const std::string& bytes)
 {
-    std::FILE* file = openOrExit(path, "r+b");
-    if (std::fseek(file, offset, SEEK_SET) != 0) {
-        std::perror("fseek");
+    std::FILE* file = std::fopen(path.c_str(), "r+b");
+    const bool written = file != nullptr && std::fseek(file, offset, SEEK_SET) == 0 &&
+                         std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    if (!written || std::fclose(file) != 0) {
+        std::perror(path.c_str());
         std::exit(EXIT_FAILURE);
     }
-    writeOrExit(file, bytes);
-    closeOrExit(file);
 }
 
 } // namespace Tavik::Support

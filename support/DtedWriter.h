@@ -43,6 +43,10 @@ using DtedHeights = std::function<int(unsigned int i, unsigned int j)>;
 void writeDted(const std::string& path, const DtedGrid& grid, const DtedHeights& height,
                DtedSign sign = DtedSign::SignAndMagnitude);
 
+/// The same; false, with errno set, where the file cannot be written.
+bool tryWriteDted(const std::string& path, const DtedGrid& grid, const DtedHeights& height,
+                  DtedSign sign = DtedSign::SignAndMagnitude);
+
 /// Replaces bytes of a file in the middle, to damage it. Ends the program where that fails.
 void overwriteBytes(const std::string& path, long offset, const std::string& bytes);
 

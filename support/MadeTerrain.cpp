@@ -43,14 +43,14 @@ std::string cellName(int south, int west)
     return name;
 }
 
-void writeDtedTile(const std::string& directory, const ErodedLandscape& land, int row, int column)
+bool writeDtedTile(const std::string& directory, const ErodedLandscape& land, int row, int column)
 {
     DtedGrid grid;
     grid.latitudeDegrees = SouthDegrees + row;
     grid.longitudeDegrees = WestDegrees + column;
     const std::string name = cellName(grid.latitudeDegrees, grid.longitudeDegrees);
-    writeDted(directory + "/" + name + ".DT1", grid,
-              [&](unsigned int i, unsigned int j) { return heightAt(land, row, column, i, j); });
+    return tryWriteDted(directory + "/" + name + ".DT1", grid,
+                        [&](unsigned int i, unsigned int j) { return heightAt(land, row, column, i, j); });
 }
 
 /// Rows from the north, big-endian.
@@ -94,11 +94,8 @@ bool write(const std::string& directory)
     for (int row = 0; row < SizeDegrees; ++row) {
         for (int column = 0; column < SizeDegrees; ++column) {
             tiles.push_back(std::async(std::launch::async, [&directory, &land, row, column] {
-                if ((row + column) % 2 != 0) {
-                    return writeSrtmTile(directory, land, row, column);
-                }
-                writeDtedTile(directory, land, row, column);
-                return true;
+                return (row + column) % 2 != 0 ? writeSrtmTile(directory, land, row, column)
+                                               : writeDtedTile(directory, land, row, column);
             }));
         }
     }
