@@ -85,7 +85,7 @@ void ProfileChart::setScale(const Scene& scene, const Area& area)
     for (int x = 0; x <= area.width; x += ColumnPixels) {
         const double distance = mBegin + (mEnd - mBegin) * x / area.width;
         if (distance >= 0.0 && distance <= scene.path.length()) {
-            highest = std::max(highest, scene.path.altitudeMetres(distance));
+            highest = std::fmax(highest, scene.path.altitudeMetres(distance));
         }
     }
     mTop = highest * HeadRoom;
@@ -182,8 +182,10 @@ std::vector<ProfileChart::Pixel> ProfileChart::planLine(const RoutePath& path, d
     return points;
 }
 
+/// A route without planned heights shows where its fixes lie, and nothing of how high it is flown.
 void ProfileChart::renderPlan(const Scene& scene)
 {
+    const bool hasHeights = !std::isnan(scene.altitudeMetres);
     double activeFrom = 0.0;
     double activeTo = 0.0;
     for (const PathPoint& point : scene.path.points()) {
@@ -195,16 +197,19 @@ void ProfileChart::renderPlan(const Scene& scene)
         }
     }
     mPlan.clearVertex();
-    mPlan.addLineStrip(planLine(scene.path, 0.0, activeFrom));
-    mPlan.addLineStrip(planLine(scene.path, activeTo, scene.path.length()));
     mActivePlan.clearVertex();
-    mActivePlan.addLineStrip(planLine(scene.path, activeFrom, activeTo));
+    if (hasHeights) {
+        mPlan.addLineStrip(planLine(scene.path, 0.0, activeFrom));
+        mPlan.addLineStrip(planLine(scene.path, activeTo, scene.path.length()));
+        mActivePlan.addLineStrip(planLine(scene.path, activeFrom, activeTo));
+    }
 
     mFixes.clearVertex();
     for (const PathFix& fix : scene.path.fixes()) {
-        const float y = toY(scene.path.altitudeMetres(fix.distanceMetres));
-        mFixes.addVertex(Pixel(toX(fix.distanceMetres), y - 9.0f));
-        mFixes.addVertex(Pixel(toX(fix.distanceMetres), y + 9.0f));
+        const float x = toX(fix.distanceMetres);
+        const float y = hasHeights ? toY(scene.path.altitudeMetres(fix.distanceMetres)) : 0.0f;
+        mFixes.addVertex(Pixel(x, hasHeights ? y - 9.0f : 0.0f));
+        mFixes.addVertex(Pixel(x, hasHeights ? y + 9.0f : static_cast<float>(mArea.height)));
     }
     applyPen(mPlan, {Palette::OtherLeg, 2.2f});
     mPlan.render(-1);
@@ -214,8 +219,17 @@ void ProfileChart::renderPlan(const Scene& scene)
     mFixes.render();
 }
 
+/// A pointer at the planned height, or a line upright where no height is planned.
 void ProfileChart::renderAircraft(const Scene& scene)
 {
+    if (std::isnan(scene.altitudeMetres)) {
+        mAircraftPlace.clearVertex();
+        mAircraftPlace.addVertex(Pixel(toX(scene.distanceMetres), 0.0f));
+        mAircraftPlace.addVertex(Pixel(toX(scene.distanceMetres), static_cast<float>(mArea.height)));
+        applyPen(mAircraftPlace, {Palette::Aircraft, 2.2f});
+        mAircraftPlace.render();
+        return;
+    }
     const Pixel place(toX(scene.distanceMetres), toY(scene.altitudeMetres));
     mAircraft.clearVertex();
     mAircraft.addLineLoop(Symbols::pointer(place + Pixel(8.0f, 0.0f), {1.0f, 0.0f}, 16.0f));

@@ -53,6 +53,7 @@ private:
     Tavik::OpenGL::LineStrips mActivePlan;
     Tavik::OpenGL::Lines mFixes;
     Tavik::OpenGL::LineLoops mAircraft;
+    Tavik::OpenGL::Lines mAircraftPlace; // where no height is planned
 };
 
 } // namespace MovingMap

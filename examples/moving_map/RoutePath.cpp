@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace MovingMap {
 
@@ -45,9 +46,6 @@ RoutePath::RoutePath(const Route& route)
             append(join[k], k <= passed ? i : legBehind);
         }
         appendFix(leg, mPoints[mPoints.size() - join.size() + passed].distanceMetres);
-    }
-    if (mAltitudes.empty()) {
-        mAltitudes.push_back({0.0, 0.0});
     }
 }
 
@@ -98,6 +96,9 @@ RoutePath::State RoutePath::at(double distanceMetres) const
 
 double RoutePath::altitudeMetres(double distanceMetres) const
 {
+    if (mAltitudes.empty()) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
     const auto next = std::find_if(mAltitudes.begin(), mAltitudes.end(), [distanceMetres](const PlannedAltitude& a) {
         return a.distanceMetres > distanceMetres;
     });

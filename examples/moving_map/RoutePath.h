@@ -44,7 +44,8 @@ public:
     /// @param distanceMetres  flown; before the start and behind the end it is taken as the start and the end
     State at(double distanceMetres) const;
 
-    /// Planned height: straight climbs and descents from one fix that has an altitude to the next.
+    /// Planned height: straight climbs and descents from one fix that has an altitude to the next; NaN where no fix of
+    /// the route has one.
     double altitudeMetres(double distanceMetres) const;
 
     double length() const { return mPoints.back().distanceMetres; }

@@ -14,7 +14,7 @@ struct Scene
     const MapView& view;
     RoutePath::State aircraft;
     double distanceMetres = 0.0; ///< flown
-    double altitudeMetres = 0.0;
+    double altitudeMetres = 0.0; ///< planned; NaN where the route has no heights
     double speedMetresPerSecond = 0.0;
     double rangeMetres = 0.0; ///< of the outer ring
 };

@@ -156,7 +156,7 @@ TEST(RoutePath, AltitudesAreLinearBetweenTheFixesThatHaveOne)
     EXPECT_NEAR(path.altitudeMetres(-5.0), 1000 * feet, 1e-6);
     EXPECT_NEAR(path.altitudeMetres(half), 3000 * feet, 0.5);
     EXPECT_NEAR(path.altitudeMetres(path.length()), 5000 * feet, 1e-6);
-    EXPECT_EQ(RoutePath(routeOf(Head + "start A 45 -31\nto B 46 -31\n")).altitudeMetres(500.0), 0.0);
+    EXPECT_TRUE(std::isnan(RoutePath(routeOf(Head + "start A 45 -31\nto B 46 -31\n")).altitudeMetres(500.0)));
 }
 
 TEST(Simulation, FliesOnStopsAndBeginsAgain)
