@@ -1,7 +1,5 @@
 #include <moving_map/HeightGrid.h>
 
-#include <moving_map/VoidRepair.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -13,7 +11,7 @@ namespace {
 
 constexpr int PostsPerDegree = 1200; // of terrain tiles: samples on their posts need no interpolation
 constexpr int MostSamplesPerCell = 4;
-constexpr int MarginSamples = 32; // around the block: holes up to this wide look the same from both sides of an edge
+constexpr int MarginSamples = MostSamplesPerCell - 1; // around the block: what its outermost nodes average
 
 /// How densely a level is sampled, and how widely the samples are averaged.
 struct Sampling
@@ -76,8 +74,7 @@ HeightGrid::HeightGrid(const BlockKey& block, const HeightSource& source)
 {
     const Sampling sampling(block.level);
     const auto size = static_cast<std::size_t>(sampling.size);
-    std::vector<float> samples = sampleHeights(block, sampling, source);
-    repairVoids(samples, size);
+    const std::vector<float> samples = sampleHeights(block, sampling, source);
 
     std::vector<float> narrowed(size * Nodes);
     for (std::size_t row = 0; row < size; ++row) {

@@ -38,7 +38,7 @@ class HeightGrid
 public:
     static constexpr std::size_t Nodes = BlockKey::Cells + 1;
 
-    /// Asks the source for 20 000 to 170 000 heights.
+    /// Asks the source for 7 000 to 95 000 heights.
     HeightGrid(const BlockKey& block, const HeightSource& source);
 
     /// A grid of given heights, row by row from the south-west corner.

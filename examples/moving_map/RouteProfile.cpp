@@ -11,27 +11,11 @@ namespace {
 
 constexpr int SamplesPerChunk = 128;
 constexpr std::size_t MostUnderWay = 2;
-constexpr float LowestEndMetres = 100.0f;
-constexpr std::size_t RimSamples = 2; // beside a hole, which smoothing may have drawn down
 constexpr float Unknown = std::numeric_limits<float>::quiet_NaN();
 
 int sampleIndex(double distanceMetres)
 {
     return static_cast<int>(std::floor(distanceMetres / RouteProfile::SpacingMetres));
-}
-
-/// The nearest place where terrain tiles have a sample: there a hole reads as exactly 0 m, not as half a mountain.
-Position nearestPost(Position place)
-{
-    constexpr double PostsPerDegree = 1200.0;
-    return {std::round(place.latDegrees * PostsPerDegree) / PostsPerDegree,
-            std::round(place.lonDegrees * PostsPerDegree) / PostsPerDegree};
-}
-
-bool isEmpty(float height)
-{
-    constexpr float Rounding = 1e-3f;
-    return std::abs(height) < Rounding || std::abs(height + 1.0f) < Rounding;
 }
 
 } // namespace
@@ -57,7 +41,7 @@ void RouteProfile::request(int chunk)
     std::vector<Position> places;
     places.reserve(SamplesPerChunk);
     for (int i = 0; i < SamplesPerChunk; ++i) {
-        places.push_back(nearestPost(mPath.at((chunk * SamplesPerChunk + i) * SpacingMetres).position));
+        places.push_back(mPath.at((chunk * SamplesPerChunk + i) * SpacingMetres).position);
     }
     mChunks[chunk] = {};
     ++mUnderWay;
@@ -95,7 +79,6 @@ std::vector<float> RouteProfile::highest(double fromMetres, double pieceMetres, 
     for (int index = first; index <= last; ++index) {
         samples.push_back(sample(index));
     }
-    bridgeVoids(samples);
 
     std::vector<float> result;
     result.reserve(pieces);
@@ -110,28 +93,6 @@ std::vector<float> RouteProfile::highest(double fromMetres, double pieceMetres, 
         result.push_back(highest);
     }
     return result;
-}
-
-void bridgeVoids(std::vector<float>& heights)
-{
-    for (std::size_t begin = RimSamples + 1; begin < heights.size(); ++begin) {
-        if (!isEmpty(heights[begin])) {
-            continue;
-        }
-        std::size_t end = begin;
-        while (end < heights.size() && isEmpty(heights[end])) {
-            ++end;
-        }
-        const std::size_t from = begin - 1 - RimSamples;
-        const std::size_t to = end + RimSamples;
-        if (to < heights.size() && heights[from] > LowestEndMetres && heights[to] > LowestEndMetres) {
-            const float step = (heights[to] - heights[from]) / static_cast<float>(to - from);
-            for (std::size_t i = from + 1; i < to; ++i) {
-                heights[i] = heights[from] + step * static_cast<float>(i - from);
-            }
-        }
-        begin = end;
-    }
 }
 
 } // namespace MovingMap

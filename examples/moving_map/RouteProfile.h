@@ -40,8 +40,4 @@ private:
     bool mComplete = false;
 };
 
-/// Closes holes of radar heights: a stretch of 0 m or −1 m with ground above 100 m at both ends gets heights in
-/// between.
-void bridgeVoids(std::vector<float>& heights);
-
 } // namespace MovingMap

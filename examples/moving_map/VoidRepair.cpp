@@ -11,22 +11,25 @@ namespace MovingMap {
 namespace {
 
 constexpr float LowestShoreMetres = 100.0f;
+constexpr std::size_t LargestPatchAtEdge = 1000; // posts; the sea beyond a cliff is larger
 
 class Repair
 {
 public:
     Repair(std::vector<float>& heights, std::size_t size) : mHeights(heights), mSize(size), mSeen(heights.size(), 0) {}
 
-    void run()
+    std::vector<std::size_t> run()
     {
         for (std::size_t place = 0; place < mHeights.size(); ++place) {
             if (mSeen[place] == 0 && isEmpty(place)) {
                 findPatch(place);
-                if (!mReachesEdge && mLowestShore > LowestShoreMetres) {
+                if (isVoid()) {
                     fillPatch();
+                    mFilled.insert(mFilled.end(), mPatch.begin(), mPatch.end());
                 }
             }
         }
+        return mFilled;
     }
 
 private:
@@ -35,6 +38,13 @@ private:
     bool isEmpty(std::size_t place) const
     {
         return std::abs(mHeights[place]) < Rounding || std::abs(mHeights[place] + 1.0f) < Rounding;
+    }
+
+    /// Whether the patch just found is a hole. Without a shore the whole raster is the sea.
+    bool isVoid() const
+    {
+        const bool hasShore = mLowestShore < std::numeric_limits<float>::max();
+        return hasShore && mLowestShore > LowestShoreMetres && (!mReachesEdge || mPatch.size() <= LargestPatchAtEdge);
     }
 
     /// Collects the patch around a place together with its shore, where the hole has drawn interpolated heights down.
@@ -47,10 +57,7 @@ private:
         std::vector<std::size_t> shore;
         for (std::size_t next = 0; next < mPatch.size(); ++next) {
             const std::size_t place = mPatch[next];
-            if (isOnEdge(place)) {
-                mReachesEdge = true;
-                continue;
-            }
+            mReachesEdge = mReachesEdge || isOnEdge(place);
             for (const std::size_t neighbour : neighbours(place)) {
                 if (isEmpty(neighbour)) {
                     if (mSeen[neighbour] == 0) {
@@ -63,9 +70,9 @@ private:
                 }
             }
         }
-        if (!mReachesEdge) {
-            mPatch.insert(mPatch.end(), shore.begin(), shore.end());
-        }
+        std::sort(shore.begin(), shore.end());
+        shore.erase(std::unique(shore.begin(), shore.end()), shore.end());
+        mPatch.insert(mPatch.end(), shore.begin(), shore.end());
     }
 
     /// From the shore inwards, each place becomes the mean of its neighbours that are known by then.
@@ -98,9 +105,6 @@ private:
 
     float meanAround(std::size_t place) const
     {
-        if (isOnEdge(place)) {
-            return std::numeric_limits<float>::quiet_NaN();
-        }
         float sum = 0.0f;
         int count = 0;
         for (const std::size_t neighbour : neighbours(place)) {
@@ -119,25 +123,48 @@ private:
         return column == 0 || row == 0 || column + 1 == mSize || row + 1 == mSize;
     }
 
-    std::array<std::size_t, 8> neighbours(std::size_t place) const
+    /// The up to eight places around one.
+    class Neighbours
     {
-        return {place - mSize - 1, place - mSize,     place - mSize + 1, place - 1,
-                place + 1,         place + mSize - 1, place + mSize,     place + mSize + 1};
+    public:
+        void add(std::size_t place) { mPlaces[mCount++] = place; }
+        const std::size_t* begin() const { return mPlaces.data(); }
+        const std::size_t* end() const { return mPlaces.data() + mCount; }
+
+    private:
+        std::array<std::size_t, 8> mPlaces = {};
+        std::size_t mCount = 0;
+    };
+
+    Neighbours neighbours(std::size_t place) const
+    {
+        const std::size_t column = place % mSize;
+        const std::size_t row = place / mSize;
+        Neighbours result;
+        for (std::size_t r = row - std::min<std::size_t>(row, 1); r <= std::min(row + 1, mSize - 1); ++r) {
+            for (std::size_t c = column - std::min<std::size_t>(column, 1); c <= std::min(column + 1, mSize - 1); ++c) {
+                if (r != row || c != column) {
+                    result.add(r * mSize + c);
+                }
+            }
+        }
+        return result;
     }
 
     std::vector<float>& mHeights;
     std::size_t mSize;
     std::vector<char> mSeen;
     std::vector<std::size_t> mPatch;
+    std::vector<std::size_t> mFilled;
     bool mReachesEdge = false;
     float mLowestShore = 0.0f;
 };
 
 } // namespace
 
-void repairVoids(std::vector<float>& heights, std::size_t size)
+std::vector<std::size_t> repairVoids(std::vector<float>& heights, std::size_t size)
 {
-    Repair(heights, size).run();
+    return Repair(heights, size).run();
 }
 
 } // namespace MovingMap

@@ -58,6 +58,24 @@ TEST(TerrainWorker, AnswersWithHeightsAndTellsWhereThereAreNone)
     EXPECT_EQ(answers, 10);
 }
 
+TEST(Terrain, HolesOfATileAreClosedOnAndBetweenItsPosts)
+{
+    const TemporaryDirectory directory;
+    // A slope of one metre a post with a hole 100 posts wide inside, and a small one at the eastern edge.
+    Tavik::Support::writeDted(directory.path() + "/a.DT1", {47, 11}, [](unsigned int i, unsigned int j) {
+        const bool hole = (i >= 600 && i < 620 && j >= 500 && j < 600) || (i >= 300 && i < 310 && j > 1195);
+        return hole ? 0 : 500 + static_cast<int>(i);
+    });
+    Terrain terrain(directory.path());
+    for (const double row : {300.0, 305.5, 309.0, 320.0, 598.5, 599.5, 610.0, 610.25, 619.6, 700.0}) {
+        for (const double column : {500.0, 512.5, 550.0, 599.5, 1194.5, 1199.7, 1200.0}) {
+            EXPECT_NEAR(terrain.height(47.0 + row / 1200.0, 11.0 + column / 1200.0), 500.0 + row, 12.0)
+                << row << " " << column;
+        }
+    }
+    EXPECT_NEAR(terrain.height(47.0 + 590.5 / 1200.0, 11.5), 1090.5, 0.01); // beside the hole, as the tile has it
+}
+
 TEST(TerrainWorker, DeliversInOrderAndNoMoreThanAsked)
 {
     const TemporaryDirectory directory;
