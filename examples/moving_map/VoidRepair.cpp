@@ -24,11 +24,13 @@ public:
             if (mSeen[place] == 0 && isEmpty(place)) {
                 findPatch(place);
                 if (isVoid()) {
-                    fillPatch();
                     mFilled.insert(mFilled.end(), mPatch.begin(), mPatch.end());
                 }
             }
         }
+        std::sort(mFilled.begin(), mFilled.end());
+        mFilled.erase(std::unique(mFilled.begin(), mFilled.end()), mFilled.end());
+        fill();
         return mFilled;
     }
 
@@ -70,18 +72,17 @@ private:
                 }
             }
         }
-        std::sort(shore.begin(), shore.end());
-        shore.erase(std::unique(shore.begin(), shore.end()), shore.end());
         mPatch.insert(mPatch.end(), shore.begin(), shore.end());
     }
 
-    /// From the shore inwards, each place becomes the mean of its neighbours that are known by then.
-    void fillPatch()
+    /// From the shores inwards, each place becomes the mean of its neighbours that are known by then. All holes at
+    /// once: the shore of one may lie beside another.
+    void fill()
     {
-        for (const std::size_t place : mPatch) {
+        for (const std::size_t place : mFilled) {
             mHeights[place] = std::numeric_limits<float>::quiet_NaN();
         }
-        std::vector<std::size_t> open = mPatch;
+        std::vector<std::size_t> open = mFilled;
         while (!open.empty()) {
             std::vector<std::pair<std::size_t, float>> filled;
             std::vector<std::size_t> stillOpen;
