@@ -41,6 +41,14 @@ public:
 
     void endStrip();
 
+    /// Appends the points, whatever their kind, and ends the strip.
+    template <typename Point>
+    void addStrip(const std::vector<Point>& points)
+    {
+        addPoints(points);
+        endStrip();
+    }
+
     /// Replaces the vertices by (0, 0), (0, height), (width, 0), (width, height); leaves the indices alone.
     void setRect(unsigned int width, unsigned int height);
 

@@ -14,24 +14,6 @@ constexpr const char* Where = "void Tavik::OpenGL::LineStrips::render(int)";
 
 } // namespace
 
-void LineStrips::addLineStrip(const std::vector<Math::Vector2<float>>& points)
-{
-    mGeometry.addPoints(points);
-    mGeometry.endStrip();
-}
-
-void LineStrips::addLineStrip(const std::vector<Math::Vector3<float>>& points)
-{
-    mGeometry.addPoints(points);
-    mGeometry.endStrip();
-}
-
-void LineStrips::addLineStrip(const std::vector<Math::Vector4<float>>& points)
-{
-    mGeometry.addPoints(points);
-    mGeometry.endStrip();
-}
-
 void LineStrips::init()
 {
     mBuffers.upload(mGeometry);

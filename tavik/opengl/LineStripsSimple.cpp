@@ -14,24 +14,6 @@ constexpr const char* Where = "void Tavik::OpenGL::LineStripsSimple::render(int)
 
 } // namespace
 
-void LineStripsSimple::addLineStrip(const std::vector<Math::Vector2<float>>& points)
-{
-    mGeometry.addPoints(points);
-    mGeometry.endStrip();
-}
-
-void LineStripsSimple::addLineStrip(const std::vector<Math::Vector3<float>>& points)
-{
-    mGeometry.addPoints(points);
-    mGeometry.endStrip();
-}
-
-void LineStripsSimple::addLineStrip(const std::vector<Math::Vector4<float>>& points)
-{
-    mGeometry.addPoints(points);
-    mGeometry.endStrip();
-}
-
 void LineStripsSimple::init()
 {
     mBuffers.upload(mGeometry);

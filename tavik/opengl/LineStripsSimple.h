@@ -56,9 +56,9 @@ public:
     }
 
     /// Append the points and end the strip.
-    void addLineStrip(const std::vector<Math::Vector2<float>>& points);
-    void addLineStrip(const std::vector<Math::Vector3<float>>& points);
-    void addLineStrip(const std::vector<Math::Vector4<float>>& points);
+    void addLineStrip(const std::vector<Math::Vector2<float>>& points) { mGeometry.addStrip(points); }
+    void addLineStrip(const std::vector<Math::Vector3<float>>& points) { mGeometry.addStrip(points); }
+    void addLineStrip(const std::vector<Math::Vector4<float>>& points) { mGeometry.addStrip(points); }
 
     /// Removes all vertices, colours and indices.
     void clearVertex() { mGeometry.clear(); }
