@@ -71,6 +71,7 @@ void Display::render()
     mMap.activate();
     mContours.render(mView);
     mRouteLayer.render(mScene);
+    mSymbolLayer.render(mScene);
     mAircraftLayer.render(mScene);
     mProfileChart.render(mScene, mProfile, mProfileArea);
     renderFrame();

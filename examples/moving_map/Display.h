@@ -8,6 +8,7 @@
 #include <moving_map/RouteLayer.h>
 #include <moving_map/RouteProfile.h>
 #include <moving_map/Simulation.h>
+#include <moving_map/SymbolLayer.h>
 #include <moving_map/TerrainWorker.h>
 #include <tavik/opengl/Lines.h>
 
@@ -61,6 +62,7 @@ private:
     ContourCache mContours;
     RouteProfile mProfile;
     RouteLayer mRouteLayer;
+    SymbolLayer mSymbolLayer;
     AircraftLayer mAircraftLayer;
     ProfileChart mProfileChart;
     Tavik::OpenGL::Lines mFrame;

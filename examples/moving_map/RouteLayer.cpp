@@ -1,9 +1,7 @@
 #include <moving_map/RouteLayer.h>
 
 #include <moving_map/Pen.h>
-#include <moving_map/Symbols.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -13,9 +11,6 @@ namespace {
 
 constexpr float LegWidth = 3.8f;
 constexpr float CasingWidth = 8.0f;
-constexpr float WaypointRadius = 11.0f;
-constexpr float FlyOverRadius = 13.0f;
-constexpr float StationRadius = 8.0f;
 
 using Strip = std::vector<MapView::Pixel>;
 
@@ -44,23 +39,9 @@ void renderCased(Tavik::OpenGL::LineStrips& lines, Color color)
     lines.render(-1);
 }
 
-void renderCased(Tavik::OpenGL::LineLoops& loops, Color color)
-{
-    applyPen(loops, {Palette::Casing, 6.0f});
-    loops.render(1.0);
-    applyPen(loops, {color, 2.4f});
-    loops.render(1.0);
-}
-
 } // namespace
 
 void RouteLayer::render(const Scene& scene)
-{
-    renderLegs(scene);
-    renderSymbols(scene);
-}
-
-void RouteLayer::renderLegs(const Scene& scene)
 {
     for (auto* lines : {&mFlown, &mAhead, &mActive}) {
         lines->clearVertex();
@@ -72,30 +53,6 @@ void RouteLayer::renderLegs(const Scene& scene)
     renderCased(mFlown, Palette::FlownLeg);
     renderCased(mAhead, Palette::OtherLeg);
     renderCased(mActive, Palette::ActiveLeg);
-}
-
-void RouteLayer::renderSymbols(const Scene& scene)
-{
-    for (auto* loops : {&mFixes, &mActiveFix, &mStations}) {
-        loops->clearVertex();
-    }
-    for (const Station& station : scene.route.stations) {
-        const MapView::Pixel place = scene.view.toPixel(station.position);
-        mStations.addLineLoop(Symbols::station(place, StationRadius));
-        mStations.addLineLoop(Symbols::stationFrame(place, StationRadius));
-    }
-    const std::string& activeName = scene.route.legs[scene.aircraft.leg].name;
-    for (const PathFix& fix : scene.path.fixes()) {
-        const MapView::Pixel place = scene.view.toPixel(fix.position);
-        auto& loops = fix.name == activeName ? mActiveFix : mFixes;
-        loops.addLineLoop(Symbols::waypoint(place, WaypointRadius));
-        if (fix.flyOver) {
-            loops.addLineLoop(Symbols::circle(place, FlyOverRadius));
-        }
-    }
-    renderCased(mStations, Palette::Station);
-    renderCased(mFixes, Palette::OtherLeg);
-    renderCased(mActiveFix, Palette::ActiveLeg);
 }
 
 } // namespace MovingMap
