@@ -5,6 +5,7 @@
 #include <tavik/opengl/Lines.h>
 #include <tavik/opengl/MatrixStack.h>
 #include <tavik/opengl/Shader.h>
+#include <tavik/opengl/TextureTerrain.h>
 
 #include <gtest/gtest.h>
 
@@ -56,5 +57,12 @@ TEST(GlHandlerNoContext, EverythingIsWithoutEffectAndAlive)
     lines.setRect(1, 1);
     lines.render();
     lines.clear();
+    const unsigned short texel[4] = {};
+    TextureTerrain terrain;
+    EXPECT_FALSE(terrain.loadNormals(texel, 1, 1, 0x1908)); // GL_RGBA
+    terrain.addVertex(Tavik::Math::Vector3<float>(), {0.0f, 0.0f});
+    terrain.setData();
+    terrain.render();
+    terrain.clear();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
