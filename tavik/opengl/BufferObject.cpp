@@ -6,16 +6,6 @@
 
 namespace Tavik::OpenGL {
 
-void BufferObject::uploadVertices(const void* data, std::size_t size)
-{
-    upload(GL_ARRAY_BUFFER, data, size);
-}
-
-void BufferObject::uploadIndices(const void* data, std::size_t size)
-{
-    upload(GL_ELEMENT_ARRAY_BUFFER, data, size);
-}
-
 void BufferObject::clear()
 {
     if (mName != 0) {
@@ -24,7 +14,7 @@ void BufferObject::clear()
     }
 }
 
-void BufferObject::upload(unsigned int target, const void* data, std::size_t size)
+void BufferObject::bind(unsigned int target)
 {
     if (!isOpenGlLoaded()) {
         return;
@@ -33,7 +23,13 @@ void BufferObject::upload(unsigned int target, const void* data, std::size_t siz
         glGenBuffers(1, &mName);
     }
     glBindBuffer(target, mName);
-    glBufferData(target, static_cast<GLsizeiptr>(size), data, GL_STATIC_DRAW);
+}
+
+void BufferObject::store(unsigned int target, const void* data, std::size_t size)
+{
+    if (isOpenGlLoaded()) {
+        glBufferData(target, static_cast<GLsizeiptr>(size), data, GL_STATIC_DRAW);
+    }
 }
 
 } // namespace Tavik::OpenGL

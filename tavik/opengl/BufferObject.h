@@ -29,16 +29,33 @@ public:
 
     /// Replaces the contents and leaves the buffer bound as array buffer.
     /// @param size  bytes at data
-    void uploadVertices(const void* data, std::size_t size);
+    void uploadVertices(const void* data, std::size_t size)
+    {
+        bindVertices();
+        storeVertices(data, size);
+    }
+
+    /// The two steps of it, for those who look for errors in between.
+    void bindVertices() { bind(VertexTarget); }
+    static void storeVertices(const void* data, std::size_t size) { store(VertexTarget, data, size); }
 
     /// Replaces the contents and leaves the buffer bound as element buffer of the vertex array that is bound.
-    void uploadIndices(const void* data, std::size_t size);
+    void uploadIndices(const void* data, std::size_t size)
+    {
+        bind(IndexTarget);
+        store(IndexTarget, data, size);
+    }
 
     /// Deletes the buffer; the next upload starts afresh.
     void clear();
 
 private:
-    void upload(unsigned int target, const void* data, std::size_t size);
+    // OpenGL's GL_ARRAY_BUFFER and GL_ELEMENT_ARRAY_BUFFER.
+    static constexpr unsigned int VertexTarget = 0x8892;
+    static constexpr unsigned int IndexTarget = 0x8893;
+
+    void bind(unsigned int target);
+    static void store(unsigned int target, const void* data, std::size_t size);
 
     unsigned int mName = 0;
 };

@@ -1,28 +1,12 @@
 #include <tavik/opengl/LineBuffers.h>
 
 #include <tavik/opengl/AttributeLocations.h>
+#include <tavik/opengl/AttributeUpload.h>
 #include <tavik/opengl/LineGeometry.h>
-
-#include <vector>
 
 namespace Tavik::OpenGL {
 
 namespace {
-
-// Uploads one attribute of the bound vertex array, of so many floats for each vertex.
-// @return whether it is on, having a value for each vertex
-template <typename Value>
-bool uploadAttribute(BufferObject& buffer, const std::vector<Value>& values, std::size_t vertexCount,
-                     unsigned int location, int components)
-{
-    if (values.size() != vertexCount) {
-        VertexArray::disableAttribute(location);
-        return false;
-    }
-    buffer.uploadVertices(values.data(), values.size() * sizeof(Value));
-    VertexArray::setFloatAttribute(location, components);
-    return true;
-}
 
 void uploadPositionAttributes(BufferObject& buffer, const LineGeometry& geometry)
 {

@@ -4,11 +4,8 @@
 #include <tavik/math/Vector2.h>
 #include <tavik/math/Vector3.h>
 #include <tavik/math/Vector4.h>
-#include <tavik/opengl/BufferObject.h>
 #include <tavik/opengl/LineStyle.h>
-#include <tavik/opengl/VertexArray.h>
-
-#include <vector>
+#include <tavik/opengl/VertexList.h>
 
 namespace Tavik::OpenGL {
 
@@ -35,18 +32,18 @@ class TAVIK_API Lines
 {
 public:
     /// Append a vertex; missing z is 0, w is dropped. A last vertex without partner draws nothing.
-    void addVertex(Math::Vector2<float> vertex) { addVertex(Math::Vector3<float>(vertex.x, vertex.y, 0.0f)); }
-    void addVertex(Math::Vector3<float> vertex);
-    void addVertex(Math::Vector4<float> vertex) { addVertex(Math::Vector3<float>(vertex.x, vertex.y, vertex.z)); }
+    void addVertex(Math::Vector2<float> vertex) { mVertices.add({vertex.x, vertex.y, 0.0f}); }
+    void addVertex(Math::Vector3<float> vertex) { mVertices.add(vertex); }
+    void addVertex(Math::Vector4<float> vertex) { mVertices.add({vertex.x, vertex.y, vertex.z}); }
 
     /// Removes all vertices.
-    void clearVertex();
+    void clearVertex() { mVertices.clear(); }
 
     /// Deletes the OpenGL objects; the next render() creates them again.
-    void clear();
+    void clear() { mVertices.clearObjects(); }
 
     /// Replaces the vertices by (0, 0), (0, height), (width, 0), (width, height): the left and the right side.
-    void setRect(unsigned int width, unsigned int height);
+    void setRect(unsigned int width, unsigned int height) { mVertices.setRect(width, height); }
 
     /// Width of the band, pixels.
     void setLineWidth(float width) { mStyle.width = width; }
@@ -61,7 +58,7 @@ public:
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }
 
     /// Creates the OpenGL objects and uploads what there is; done by render().
-    void init();
+    void init() { mVertices.upload(); }
 
     /// Uploads the vertices; done by render() after changes.
     void setData();
@@ -70,11 +67,8 @@ public:
     void render();
 
 private:
-    VertexArray mVertexArray;
-    BufferObject mVertexBuffer;
-    std::vector<Math::Vector3<float>> mVertices;
+    VertexList mVertices;
     LineStyle mStyle;
-    bool mIsDirty = false;
 };
 
 } // namespace Tavik::OpenGL
