@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <forward_list>
+#include <utility>
 #include <vector>
 
 namespace Tavik::OpenGL {
