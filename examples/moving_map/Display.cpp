@@ -21,7 +21,8 @@ constexpr std::size_t DeliveriesPerFrame = 2;
 } // namespace
 
 Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
-    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mContours(worker), mProfile(path, worker)
+    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mContours(worker), mProfile(path, worker),
+      mAirspaceLayer(route)
 {}
 
 void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels)
@@ -70,6 +71,7 @@ void Display::render()
     mMap.fill(Palette::Background);
     mMap.activate();
     mContours.render(mView);
+    mAirspaceLayer.render(mScene);
     mRouteLayer.render(mScene);
     mSymbolLayer.render(mScene);
     mAircraftLayer.render(mScene);

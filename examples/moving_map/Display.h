@@ -1,6 +1,7 @@
 #pragma once
 
 #include <moving_map/AircraftLayer.h>
+#include <moving_map/AirspaceLayer.h>
 #include <moving_map/Area.h>
 #include <moving_map/ContourCache.h>
 #include <moving_map/MapView.h>
@@ -61,6 +62,7 @@ private:
 
     ContourCache mContours;
     RouteProfile mProfile;
+    AirspaceLayer mAirspaceLayer;
     RouteLayer mRouteLayer;
     SymbolLayer mSymbolLayer;
     AircraftLayer mAircraftLayer;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <moving_map/Airspace.h>
 #include <moving_map/LocalPlane.h>
 
 #include <optional>
@@ -15,6 +16,19 @@ enum class TurnDirection
     Left = 0,
     Right = 1,
     Automatic = 2
+};
+
+/// What stands at a fix, and is drawn there.
+enum class FixKind
+{
+    Waypoint, ///< a position and nothing more
+    Intersection,
+    Vor,
+    Dme,
+    Vortac,
+    Ndb,
+    Airport,
+    Obstacle
 };
 
 /// Straight to a position.
@@ -54,6 +68,7 @@ struct PlanLeg
 {
     std::string name; ///< of the fix at its end
     std::variant<DirectLeg, CrossingLeg, ArcLeg, TurnLeg> kind;
+    FixKind fix = FixKind::Waypoint;
     TurnDirection turn = TurnDirection::Automatic;
     std::optional<double> radiusMetres;   ///< of the turn at its end; without one, from the speed
     std::optional<double> altitudeMetres; ///< planned at its end
@@ -64,14 +79,17 @@ struct Station
 {
     std::string name;
     Position position;
+    FixKind kind = FixKind::Vortac;
 };
 
-/// What a pilot files: stations, and legs one after the other. The first leg is a DirectLeg: the place of departure.
+/// What a pilot files: stations, airspaces, and legs one after the other. The first leg is a DirectLeg: the place of
+/// departure.
 struct FlightPlan
 {
     std::string source;                ///< file name, for messages
     double speedMetresPerSecond = 0.0; ///< over ground
     std::vector<Station> stations;
+    std::vector<Airspace> airspaces;
     std::vector<PlanLeg> legs;
 };
 

@@ -93,6 +93,24 @@ Matrix MapView::blockMatrix(const BlockKey& block) const
     return matrix;
 }
 
+Matrix MapView::planeMatrix(Position reference) const
+{
+    const Pixel origin = toPixel(reference);
+    // A metre to the east is another difference of longitude on another latitude.
+    const double stretch =
+        std::cos(mCentre.latDegrees * RadiansPerDegree) / std::cos(reference.latDegrees * RadiansPerDegree);
+    const Pixel east = direction(90.0) * static_cast<float>(stretch / mMetresPerPixel);
+    const Pixel north = direction(0.0) * static_cast<float>(1.0 / mMetresPerPixel);
+    Matrix matrix;
+    matrix[0] = east.x;
+    matrix[1] = east.y;
+    matrix[4] = north.x;
+    matrix[5] = north.y;
+    matrix[12] = origin.x;
+    matrix[13] = origin.y;
+    return pixelMatrix() * matrix;
+}
+
 Matrix pixelMatrix(int widthPixels, int heightPixels)
 {
     Matrix matrix;

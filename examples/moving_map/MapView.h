@@ -58,6 +58,9 @@ public:
     /// Takes the cells of a block, counted from its south-west corner, to clip coordinates.
     Tavik::Math::Matrix4<float> blockMatrix(const BlockKey& block) const;
 
+    /// Takes metres of the local plane about a position to clip coordinates, exactly as positions go through toPixel.
+    Tavik::Math::Matrix4<float> planeMatrix(Position reference) const;
+
 private:
     int mWidth = 1;
     int mHeight = 1;

@@ -27,6 +27,9 @@ constexpr double FixMargin = 0.10;
 constexpr double ArcRadius = 0.17;
 constexpr double Detour = 0.14;
 constexpr double FreeDistance = 0.3;
+constexpr double ZoneRadius = 0.08;
+constexpr double TerminalRadius = 0.24;
+constexpr double SummitRadius = 0.11;
 
 constexpr double HighestGround = 9000.0; // metres
 
@@ -210,6 +213,42 @@ PlanLeg leg(const char* name, std::variant<DirectLeg, CrossingLeg, ArcLeg, TurnL
     return result;
 }
 
+HeightLimit feetAbove(double groundMetres, double feet)
+{
+    const double rounded = std::ceil((groundMetres / MetresPerFoot + feet) / 500.0) * 500.0;
+    HeightLimit limit;
+    parseHeightLimit(std::to_string(std::lround(rounded)), limit);
+    return limit;
+}
+
+/// A control zone about the departure, an area of controlled airspace above it that lets the far side free, and a
+/// restricted area about the highest ground.
+std::vector<Airspace> layOutAirspaces(const Layout& layout, Position departure, Position summit,
+                                      const HeightSource& source)
+{
+    const double ground = std::fmax(source(departure.latDegrees, departure.lonDegrees), 0.0);
+    const double edge = layout.edgeMetres();
+    HeightLimit surface;
+    HeightLimit upper;
+    HeightLimit top;
+    parseHeightLimit("ground", surface);
+    parseHeightLimit("FL195", upper);
+    parseHeightLimit("unlimited", top);
+
+    const double inwards = planeCourse(departure, layout.middle());
+    std::vector<Position> area = arcPoints(departure, TerminalRadius * edge, true, inwards - 120.0, inwards + 120.0);
+    area.push_back(departure);
+    std::vector<Position> hexagon;
+    for (int corner = 0; corner < 6; ++corner) {
+        const double radius = SummitRadius * edge * (corner % 2 == 0 ? 1.0 : 0.8);
+        hexagon.push_back(LocalPlane(summit).toPosition(directionOf(60.0 * corner + 15.0) * radius));
+    }
+    return {
+        {"CONTROL", AirspaceClass::D, surface, feetAbove(ground, 2500.0), circlePoints(departure, ZoneRadius * edge)},
+        {"TERMINAL", AirspaceClass::C, feetAbove(ground, 2500.0), upper, std::move(area)},
+        {"SUMMITS", AirspaceClass::Restricted, surface, top, std::move(hexagon)}};
+}
+
 /// Plans each fix as high as the ground along the legs before and behind it demands.
 void planAltitudes(FlightPlan& plan, const HeightSource& source)
 {
@@ -296,17 +335,21 @@ FlightPlan layOutPlan(const TerrainCells& cells, const HeightSource& source)
     FlightPlan plan;
     plan.source = "plan laid out for the terrain";
     plan.speedMetresPerSecond = SpeedKnots * MetresPerNauticalMile / SecondsPerHour;
-    plan.stations.push_back({arc.station, station});
+    plan.stations.push_back({arc.station, station, FixKind::Vortac});
+    plan.airspaces = layOutAirspaces(layout, departure, summit, source);
     plan.legs = {leg("DEPARTURE", DirectLeg{departure, false}),
                  leg("CLIMB", DirectLeg{first, false}),
                  leg("ARC", arc),
                  leg("SUMMIT", DirectLeg{summit, true}),
                  leg("CROSSING", crossing),
                  leg("RETURN", DirectLeg{layout.inside(layout.middle(), FixMargin), false})};
+    plan.legs.front().fix = FixKind::Airport;
+    plan.legs[4].fix = FixKind::Intersection;
     Route route;
     std::string error;
     if (!resolveRoute(plan, route, error)) { // the courses hardly cross
         plan.legs[4].kind = DirectLeg{corner, false};
+        plan.legs[4].fix = FixKind::Waypoint;
     }
     planAltitudes(plan, source);
     return plan;

@@ -23,7 +23,7 @@ TerrainCells terrainCells(const std::string& folder);
 /// Lays a flight plan over the cell with the greatest differences of height, and over those beside it.
 ///
 /// It begins at low ground, flies an arc about a station in the mountains, passes over the highest point and returns,
-/// always well clear of the ground.
+/// always well clear of the ground. There are airspaces about its departure and its highest point.
 /// @param cells   not empty; at most 24 of them, evenly chosen, are looked at, or all those of overview tiles
 /// @param source  asked for some thousand heights of each cell
 FlightPlan layOutPlan(const TerrainCells& cells, const HeightSource& source);

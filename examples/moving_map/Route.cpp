@@ -50,7 +50,9 @@ public:
         const PlanLeg& departure = mPlan.legs.front();
         mRoute.speedMetresPerSecond = mPlan.speedMetresPerSecond;
         mRoute.stations = mPlan.stations;
+        mRoute.airspaces = mPlan.airspaces;
         mRoute.startName = departure.name;
+        mRoute.startFix = departure.fix;
         mRoute.start = std::get<DirectLeg>(departure.kind).to;
         mRoute.startAltitudeMetres = departure.altitudeMetres;
         mFixes[departure.name] = mRoute.start;
@@ -70,6 +72,7 @@ private:
     {
         RouteLeg leg;
         leg.name = name;
+        leg.fix = mLeg->fix;
         leg.from = lastPosition();
         leg.to = to;
         leg.turn = mLeg->turn;

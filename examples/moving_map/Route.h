@@ -19,6 +19,7 @@ struct Circle
 struct RouteLeg
 {
     std::string name; ///< of the fix at its end; empty for the place where an arc is joined
+    FixKind fix = FixKind::Waypoint;
     Position from;
     Position to;
     std::optional<Circle> circle; ///< flown along, instead of straight on
@@ -36,7 +37,9 @@ struct Route
 {
     double speedMetresPerSecond = 0.0;
     std::vector<Station> stations;
+    std::vector<Airspace> airspaces;
     std::string startName;
+    FixKind startFix = FixKind::Waypoint;
     Position start;
     std::optional<double> startAltitudeMetres;
     std::vector<RouteLeg> legs; ///< at least one; each begins where the one before it ends

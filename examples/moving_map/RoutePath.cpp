@@ -25,7 +25,7 @@ bool turnsEarly(const Route& route, std::size_t leg)
 
 RoutePath::RoutePath(const Route& route)
 {
-    mFixes.push_back({route.startName, route.start, 0.0, false});
+    mFixes.push_back({route.startName, route.startFix, route.start, 0.0, false});
     if (route.startAltitudeMetres) {
         mAltitudes.push_back({0.0, *route.startAltitudeMetres});
     }
@@ -76,7 +76,7 @@ void RoutePath::appendCircle(const RouteLeg& leg, std::size_t index, std::vector
 void RoutePath::appendFix(const RouteLeg& leg, double distanceMetres)
 {
     if (!leg.name.empty()) {
-        mFixes.push_back({leg.name, leg.to, distanceMetres, leg.flyOver});
+        mFixes.push_back({leg.name, leg.fix, leg.to, distanceMetres, leg.flyOver});
     }
     if (leg.altitudeMetres) {
         mAltitudes.push_back({distanceMetres, *leg.altitudeMetres});

@@ -20,6 +20,7 @@ struct PathPoint
 struct PathFix
 {
     std::string name;
+    FixKind kind = FixKind::Waypoint;
     Position position;
     double distanceMetres = 0.0; ///< flown when the aircraft is over or abeam it
     bool flyOver = false;

@@ -88,6 +88,22 @@ TEST(MapView, BlocksLieWhereTheirPositionsDo)
     }
 }
 
+TEST(MapView, PlanesLieWhereTheirPositionsDo)
+{
+    for (const Case& c : Cases) {
+        const MapView view = viewOf(c.centre, c.metresPerPixel, c.up);
+        const Position reference = {c.centre.latDegrees - 0.7, c.centre.lonDegrees + 0.4};
+        const Position position = {c.centre.latDegrees + 0.3, c.centre.lonDegrees - 0.2};
+        const LocalPlane::Point point = LocalPlane(reference).toPoint(position);
+        const auto clip = view.planeMatrix(reference) *
+                          Tavik::Math::Vector3<float>(static_cast<float>(point.x), static_cast<float>(point.y), 0.0f);
+        const MapView::Pixel pixel = view.toPixel(position);
+        const auto expected = view.pixelMatrix() * Tavik::Math::Vector3<float>(pixel.x, pixel.y, 0.0f);
+        EXPECT_NEAR(clip.x, expected.x, 1e-3) << c.name;
+        EXPECT_NEAR(clip.y, expected.y, 1e-3) << c.name;
+    }
+}
+
 TEST(MapView, BoundsHoldTheWholeScreen)
 {
     for (const Case& c : Cases) {

@@ -69,6 +69,11 @@ TEST(PlanLayout, EveryPlanCanBeFlownOverItsTilesAndClearOfTheGround)
         ASSERT_TRUE(resolveRoute(plan, route, error)) << c.name << ": " << error;
         const RoutePath path(route);
         EXPECT_GT(path.length(), 50000.0) << c.name;
+        EXPECT_EQ(route.airspaces.size(), 3u) << c.name;
+        for (const Airspace& airspace : route.airspaces) {
+            EXPECT_LT(airspace.floor.metres, airspace.ceiling.metres) << c.name << " " << airspace.name;
+            EXPECT_GE(airspace.outline.size(), 3u) << c.name << " " << airspace.name;
+        }
         for (int probe = 0; probe * 500.0 < path.length(); ++probe) {
             const double distance = probe * 500.0;
             const Position place = path.at(distance).position;

@@ -54,9 +54,57 @@ TEST(PlanReader, ReadsEveryKindOfLegAndOption)
     EXPECT_EQ(std::get<TurnLeg>(plan.legs[4].kind).courseDegrees, 360.0);
 }
 
+TEST(PlanReader, ReadsAirspacesAndKinds)
+{
+    FlightPlan plan;
+    std::string error;
+    ASSERT_TRUE(readPlan("station S 45 -31\n"
+                         "station N 45 -31 ndb\n"
+                         "airspace ZONE D ground 2500\n"
+                         "circle 45 -31 12 # around the field\n"
+                         "airspace HOT restricted FL95 unlimited\n"
+                         "corner 45.5 -31\n"
+                         "\n"
+                         "curve 45 -31 12 counterclockwise 20 340\n"
+                         "start A 45 -31 airport\n"
+                         "to B 46 -31\n"
+                         "cross C A 20 B 100\n"
+                         "airspace LAST G -100 0\n"
+                         "corner 1 1\ncorner 1 2\ncorner 2 2",
+                         "p", plan, error))
+        << error;
+    EXPECT_EQ(plan.stations[0].kind, FixKind::Vortac);
+    EXPECT_EQ(plan.stations[1].kind, FixKind::Ndb);
+    EXPECT_EQ(plan.legs[0].fix, FixKind::Airport);
+    EXPECT_EQ(plan.legs[1].fix, FixKind::Waypoint);
+    EXPECT_EQ(plan.legs[2].fix, FixKind::Intersection);
+
+    ASSERT_EQ(plan.airspaces.size(), 3u);
+    const Airspace& zone = plan.airspaces[0];
+    EXPECT_EQ(zone.name + zone.floor.text + zone.ceiling.text, "ZONEGND2500");
+    EXPECT_EQ(zone.outline.size(), 180u);
+    for (const Position& point : zone.outline) {
+        EXPECT_NEAR(planeDistance({45.0, -31.0}, point), 12 * 1852.0, 1e-3);
+    }
+    const Airspace& hot = plan.airspaces[1];
+    EXPECT_EQ(hot.airspaceClass, AirspaceClass::Restricted);
+    EXPECT_DOUBLE_EQ(hot.floor.metres, 9500 * 0.3048);
+    EXPECT_EQ(hot.floor.text + hot.ceiling.text, "FL95UNL");
+    ASSERT_EQ(hot.outline.size(), 1u + 21u); // 40 degrees to the left, over north
+    EXPECT_NEAR(planeCourse({45.0, -31.0}, hot.outline[1]), 20.0, 1e-6);
+    EXPECT_NEAR(planeCourse({45.0, -31.0}, hot.outline[2]), 18.0, 1e-6);
+    EXPECT_NEAR(planeCourse({45.0, -31.0}, hot.outline.back()), 340.0, 1e-6);
+    EXPECT_EQ(plan.airspaces[2].outline.size(), 3u);
+}
+
 TEST(PlanReader, NamesSourceLineAndFault)
 {
     const std::string start = "start A 45 -31\n";
+    const std::string zone = "airspace Z D ground 2500\n";
+    std::string manyCurves;
+    for (int i = 0; i < 12; ++i) {
+        manyCurves += "curve 1 1 3 clockwise 0 358\n"; // 180 points each
+    }
     struct Case
     {
         std::string text;
@@ -86,6 +134,24 @@ TEST(PlanReader, NamesSourceLineAndFault)
         {start + "arc B A 10 clockwise 90\n", "no station 'A' above this line"},
         {"station S 45 -31\n" + start + "arc B S 10 right 90\n", "p:3: direction 'right' is neither"},
         {"station S 45 -31 46\n", "p:1: '46' does not belong here"},
+        {"station S 45 -31 tacan\n", "p:1: 'tacan' does not belong here"},
+        {start + "to B 46 -31 vor airport heliport\n", "p:2: 'heliport' does not belong here"},
+        {start + "corner 45 -31\n", "p:2: 'corner' belongs below an 'airspace'"},
+        {start + zone + "to B 46 -31\ncorner 45 -31\n", "p:2: the boundary of 'Z' has fewer than three corners"},
+        {zone + "corner 1 1\ncorner 1 2\n" + start, "p:1: the boundary of 'Z' has fewer than three corners"},
+        {zone + "corner 1 1\ncorner 1 2\n", "p:1: the boundary of 'Z'"},
+        {zone + "circle 1 1 3\ncorner 1 2\n", "p:3: a 'circle' is the whole boundary"},
+        {zone + "corner 1 1\ncircle 1 2 3\n", "p:3: a 'circle' is the whole boundary"},
+        {zone + "circle 1 1 201\n", "p:2: radius in miles '201'"},
+        {zone + "curve 1 1 3 left 0 90\n", "p:2: direction 'left'"},
+        {zone + "curve 1 1 3 clockwise 0\n", "p:2: second radial is missing"},
+        {zone + "corner 1 1 1\n", "p:2: '1' does not belong here"},
+        {zone + manyCurves, "p:13: the boundary of 'Z' has too many corners"},
+        {"airspace Z H ground 2500\n", "p:1: class 'H' is neither"},
+        {"airspace Z A 2500 2500\n", "p:1: the ceiling of 'Z' is not above its floor"},
+        {"airspace Z A FL20 FL601\n", "p:1: ceiling 'FL601' is neither feet"},
+        {"airspace Z A FL FL60\n", "p:1: floor 'FL' is neither feet"},
+        {"airspace Z A 0 2500 feet\n", "p:1: 'feet' does not belong here"},
         {"speed fast\n", "p:1: speed in knots 'fast'"},
         {std::string("start A\0 45 -31\n", 16), "p:1:"},
     };

@@ -1,0 +1,102 @@
+#include <moving_map/Airspace.h>
+
+#include <moving_map/Numbers.h>
+#include <moving_map/Units.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace MovingMap {
+
+namespace {
+
+struct ClassName
+{
+    AirspaceClass airspaceClass;
+    const char* inPlan;
+    const char* onChart;
+};
+
+constexpr std::array<ClassName, AirspaceClassCount> ClassNames = {{
+    {AirspaceClass::A, "A", "A"},
+    {AirspaceClass::B, "B", "B"},
+    {AirspaceClass::C, "C", "C"},
+    {AirspaceClass::D, "D", "D"},
+    {AirspaceClass::E, "E", "E"},
+    {AirspaceClass::F, "F", "F"},
+    {AirspaceClass::G, "G", "G"},
+    {AirspaceClass::Prohibited, "prohibited", "PROHIBITED"},
+    {AirspaceClass::Restricted, "restricted", "RESTRICTED"},
+    {AirspaceClass::Danger, "danger", "DANGER"},
+}};
+
+constexpr double HighestFlightLevel = 600.0;
+constexpr double FeetPerFlightLevel = 100.0;
+constexpr double LowestFeet = -1500.0;
+constexpr double HighestFeet = 60000.0;
+
+// A chord of 2 degrees leaves a circle of 40 miles by 11 metres: two pixels at the smallest range.
+constexpr double LongestStepDegrees = 2.0;
+
+Position onCircle(Position centre, double radiusMetres, double bearingDegrees)
+{
+    return LocalPlane(centre).toPosition(directionOf(bearingDegrees) * radiusMetres);
+}
+
+} // namespace
+
+bool parseAirspaceClass(const std::string& text, AirspaceClass& airspaceClass)
+{
+    const auto* name =
+        std::find_if(ClassNames.begin(), ClassNames.end(), [&](const ClassName& n) { return text == n.inPlan; });
+    if (name == ClassNames.end()) {
+        return false;
+    }
+    airspaceClass = name->airspaceClass;
+    return true;
+}
+
+const char* airspaceClassName(AirspaceClass airspaceClass)
+{
+    return ClassNames[static_cast<std::size_t>(airspaceClass)].onChart;
+}
+
+bool parseHeightLimit(const std::string& text, HeightLimit& limit)
+{
+    double number = 0.0;
+    if (text == "ground") {
+        limit = {0.0, "GND"};
+    } else if (text == "unlimited") {
+        limit = {std::numeric_limits<double>::infinity(), "UNL"};
+    } else if (text.rfind("FL", 0) == 0 && parseNumber(text.substr(2), 0.0, HighestFlightLevel, number)) {
+        limit = {number * FeetPerFlightLevel * MetresPerFoot, "FL" + std::to_string(std::lround(number))};
+    } else if (parseNumber(text, LowestFeet, HighestFeet, number)) {
+        limit = {number * MetresPerFoot, std::to_string(std::lround(number))};
+    } else {
+        return false;
+    }
+    return true;
+}
+
+std::vector<Position> arcPoints(Position centre, double radiusMetres, bool clockwise, double fromDegrees,
+                                double toDegrees)
+{
+    double sweep = std::fmod(clockwise ? toDegrees - fromDegrees : fromDegrees - toDegrees, 360.0);
+    sweep = sweep < 0.0 ? sweep + 360.0 : sweep;
+    const auto steps = static_cast<int>(std::ceil(sweep / LongestStepDegrees));
+    std::vector<Position> points = {onCircle(centre, radiusMetres, fromDegrees)};
+    for (int i = 1; i <= steps; ++i) {
+        const double part = sweep * i / steps;
+        points.push_back(onCircle(centre, radiusMetres, fromDegrees + (clockwise ? part : -part)));
+    }
+    return points;
+}
+
+std::vector<Position> circlePoints(Position centre, double radiusMetres)
+{
+    return arcPoints(centre, radiusMetres, true, 0.0, 360.0 - LongestStepDegrees);
+}
+
+} // namespace MovingMap
