@@ -24,6 +24,10 @@ double seconds(std::chrono::steady_clock::duration duration)
 
 void ContourCache::update(const MapView& view)
 {
+    if (mComplete && mView == view) {
+        return;
+    }
+    mView = view;
     ++mFrame;
     const int level = blockLevel(view.metresPerPixel());
     const std::vector<BlockKey> visible = blocksInView(view, level, 0.0);

@@ -56,6 +56,7 @@ private:
     void dropOldBlocks();
 
     TerrainWorker& mWorker;
+    MapView mView; // of the last update
     std::map<BlockKey, Entry> mBlocks;
     std::vector<BlockKey> mShown;
     std::size_t mUnderWay = 0;

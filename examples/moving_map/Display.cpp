@@ -41,10 +41,13 @@ void Display::update(const DisplaySettings& settings, const Simulation& simulati
 
 void Display::arrange(const DisplaySettings& settings, int widthPixels, int heightPixels)
 {
-    const int profile = std::clamp(static_cast<int>(ProfilePart * heightPixels), SmallestProfile, LargestProfile);
-    mWindow = {0, 0, widthPixels, heightPixels};
-    mProfileArea = {0, 0, widthPixels, profile};
-    mMap = {0, profile, widthPixels, std::max(heightPixels - profile, 1)};
+    if (mWindow.width != widthPixels || mWindow.height != heightPixels) {
+        const int profile = std::clamp(static_cast<int>(ProfilePart * heightPixels), SmallestProfile, LargestProfile);
+        mWindow = {0, 0, widthPixels, heightPixels};
+        mProfileArea = {0, 0, widthPixels, profile};
+        mMap = {0, profile, widthPixels, std::max(heightPixels - profile, 1)};
+        buildFrame();
+    }
 
     const auto width = static_cast<float>(mMap.width);
     const auto height = static_cast<float>(mMap.height);
@@ -76,14 +79,14 @@ void Display::render()
     mSymbolLayer.render(mScene);
     mAircraftLayer.render(mScene);
     mProfileChart.render(mScene, mProfile, mProfileArea);
-    renderFrame();
+    mWindow.activate();
+    mFrame.render();
 }
 
 /// Lines between the parts of the picture and around it.
-void Display::renderFrame()
+void Display::buildFrame()
 {
     using Pixel = MapView::Pixel;
-    mWindow.activate();
     const auto width = static_cast<float>(mWindow.width);
     const auto height = static_cast<float>(mWindow.height);
     const auto separator = static_cast<float>(mMap.y);
@@ -98,7 +101,6 @@ void Display::renderFrame()
     }
     applyPen(mFrame, {Palette::Frame, 2.0f});
     mFrame.setAntiAlias(false);
-    mFrame.render();
 }
 
 } // namespace MovingMap

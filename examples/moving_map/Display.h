@@ -50,7 +50,7 @@ public:
 
 private:
     void arrange(const DisplaySettings& settings, int widthPixels, int heightPixels);
-    void renderFrame();
+    void buildFrame();
 
     TerrainWorker& mWorker;
 

@@ -15,14 +15,6 @@ using Point = LocalPlane::Point;
 // Cells of a level are shown from this many pixels up to twice as many.
 constexpr double SmallestCellPixels = 2.0;
 
-/// Turns the plane so that a course points up: what lies in that direction gets a positive y.
-Point turned(Point point, double upDegrees)
-{
-    const Point up = directionOf(upDegrees);
-    const Point right(up.y, -up.x);
-    return {point.dot(right), point.dot(up)};
-}
-
 } // namespace
 
 void MapView::setArea(int widthPixels, int heightPixels, Pixel anchor)
@@ -32,16 +24,30 @@ void MapView::setArea(int widthPixels, int heightPixels, Pixel anchor)
     mAnchor = anchor;
 }
 
+void MapView::setUp(double courseDegrees)
+{
+    mUpDegrees = courseDegrees;
+    mUp = directionOf(courseDegrees);
+}
+
+/// From east and north in metres to right and up in pixels.
+Point MapView::toScreen(Point metres) const
+{
+    const Point right(mUp.y, -mUp.x);
+    return Point(metres.dot(right), metres.dot(mUp)) / mMetresPerPixel;
+}
+
 MapView::Pixel MapView::toPixel(Position position) const
 {
-    const Point pixels = turned(LocalPlane(mCentre).toPoint(position), mUpDegrees) / mMetresPerPixel;
+    const Point pixels = toScreen(LocalPlane(mCentre).toPoint(position));
     return {static_cast<float>(pixels.x) + mAnchor.x, static_cast<float>(pixels.y) + mAnchor.y};
 }
 
 Position MapView::toPosition(Pixel pixel) const
 {
-    const Point onScreen(pixel.x - mAnchor.x, pixel.y - mAnchor.y);
-    return LocalPlane(mCentre).toPosition(turned(onScreen * mMetresPerPixel, -mUpDegrees));
+    const Point metres = Point(pixel.x - mAnchor.x, pixel.y - mAnchor.y) * mMetresPerPixel;
+    const Point right(mUp.y, -mUp.x);
+    return LocalPlane(mCentre).toPosition(right * metres.x + mUp * metres.y);
 }
 
 MapView::Pixel MapView::direction(double courseDegrees) const
@@ -50,11 +56,17 @@ MapView::Pixel MapView::direction(double courseDegrees) const
     return {static_cast<float>(direction.x), static_cast<float>(direction.y)};
 }
 
-GeoBounds MapView::bounds() const
+bool GeoBounds::mayTouch(Position a, Position b) const
+{
+    return std::max(a.latDegrees, b.latDegrees) >= south && std::min(a.latDegrees, b.latDegrees) <= north &&
+           std::max(a.lonDegrees, b.lonDegrees) >= west && std::min(a.lonDegrees, b.lonDegrees) <= east;
+}
+
+GeoBounds MapView::bounds(float marginPixels) const
 {
     GeoBounds bounds = {90.0, 360.0, -90.0, -360.0};
-    for (const float x : {0.0f, static_cast<float>(mWidth)}) {
-        for (const float y : {0.0f, static_cast<float>(mHeight)}) {
+    for (const float x : {-marginPixels, static_cast<float>(mWidth) + marginPixels}) {
+        for (const float y : {-marginPixels, static_cast<float>(mHeight) + marginPixels}) {
             const Position corner = toPosition({x, y});
             bounds.south = std::min(bounds.south, corner.latDegrees);
             bounds.north = std::max(bounds.north, corner.latDegrees);
@@ -76,10 +88,9 @@ Matrix MapView::blockMatrix(const BlockKey& block) const
     const double cellDegrees = block.edgeDegrees() / BlockKey::Cells;
     const double cellMetres = cellDegrees * MetresPerDegree;
     const LocalPlane plane(mCentre);
-    const Point origin = turned(plane.toPoint(corner), mUpDegrees) / mMetresPerPixel;
-    const Point north = turned({0.0, cellMetres}, mUpDegrees) / mMetresPerPixel;
-    const Point east =
-        turned({cellMetres * std::cos(mCentre.latDegrees * RadiansPerDegree), 0.0}, mUpDegrees) / mMetresPerPixel;
+    const Point origin = toScreen(plane.toPoint(corner));
+    const Point north = toScreen({0.0, cellMetres});
+    const Point east = toScreen({cellMetres * std::cos(mCentre.latDegrees * RadiansPerDegree), 0.0});
     const double toClipX = 2.0 / mWidth;
     const double toClipY = 2.0 / mHeight;
 
@@ -109,6 +120,14 @@ Matrix MapView::planeMatrix(Position reference) const
     matrix[12] = origin.x;
     matrix[13] = origin.y;
     return pixelMatrix() * matrix;
+}
+
+bool MapView::operator==(const MapView& other) const
+{
+    return mWidth == other.mWidth && mHeight == other.mHeight && mAnchor.x == other.mAnchor.x &&
+           mAnchor.y == other.mAnchor.y && mCentre.latDegrees == other.mCentre.latDegrees &&
+           mCentre.lonDegrees == other.mCentre.lonDegrees && mMetresPerPixel == other.mMetresPerPixel &&
+           mUpDegrees == other.mUpDegrees;
 }
 
 Matrix pixelMatrix(int widthPixels, int heightPixels)

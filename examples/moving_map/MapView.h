@@ -14,6 +14,9 @@ struct GeoBounds
     double west = 0.0;
     double north = 0.0;
     double east = 0.0;
+
+    /// Whether a straight line between two places may touch the range; false only where it surely does not.
+    bool mayTouch(Position a, Position b) const;
 };
 
 /// How the map lies on the screen: which place, how large, which way up.
@@ -37,7 +40,7 @@ public:
     double metresPerPixel() const { return mMetresPerPixel; }
 
     /// @param courseDegrees  that points up on the screen
-    void setUp(double courseDegrees) { mUpDegrees = courseDegrees; }
+    void setUp(double courseDegrees);
     double up() const { return mUpDegrees; }
 
     int width() const { return mWidth; }
@@ -49,8 +52,8 @@ public:
     /// Direction on the screen of a course: x right and y up, length 1.
     Pixel direction(double courseDegrees) const;
 
-    /// The smallest range of coordinates that holds everything on the screen.
-    GeoBounds bounds() const;
+    /// The smallest range of coordinates that holds everything on the screen and this far around it.
+    GeoBounds bounds(float marginPixels = 0.0f) const;
 
     /// Takes pixels to OpenGL's clip coordinates.
     Tavik::Math::Matrix4<float> pixelMatrix() const;
@@ -61,13 +64,20 @@ public:
     /// Takes metres of the local plane about a position to clip coordinates, exactly as positions go through toPixel.
     Tavik::Math::Matrix4<float> planeMatrix(Position reference) const;
 
+    /// Whether both show the same places at the same pixels: what was drawn for one view will do for an equal one.
+    bool operator==(const MapView& other) const;
+    bool operator!=(const MapView& other) const { return !(*this == other); }
+
 private:
+    LocalPlane::Point toScreen(LocalPlane::Point metres) const;
+
     int mWidth = 1;
     int mHeight = 1;
     Pixel mAnchor;
     Position mCentre;
     double mMetresPerPixel = 100.0;
     double mUpDegrees = 0.0;
+    LocalPlane::Point mUp = {0.0, 1.0}; // as a direction: east, north
 };
 
 /// Takes pixels of an area to clip coordinates.

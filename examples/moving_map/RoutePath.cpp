@@ -99,9 +99,9 @@ double RoutePath::altitudeMetres(double distanceMetres) const
     if (mAltitudes.empty()) {
         return std::numeric_limits<double>::quiet_NaN();
     }
-    const auto next = std::find_if(mAltitudes.begin(), mAltitudes.end(), [distanceMetres](const PlannedAltitude& a) {
-        return a.distanceMetres > distanceMetres;
-    });
+    const auto next =
+        std::upper_bound(mAltitudes.begin(), mAltitudes.end(), distanceMetres,
+                         [](double distance, const PlannedAltitude& a) { return distance < a.distanceMetres; });
     if (next == mAltitudes.begin()) {
         return next->altitudeMetres;
     }
