@@ -8,19 +8,38 @@
 
 namespace MovingMap {
 
+namespace {
+
 using Vertex = Tavik::Math::Vector2<float>;
+
+std::vector<Vertex> toPlane(const LocalPlane& plane, const std::vector<Position>& outline)
+{
+    std::vector<Vertex> vertices;
+    for (const Position& position : outline) {
+        const LocalPlane::Point point = plane.toPoint(position);
+        vertices.emplace_back(static_cast<float>(point.x), static_cast<float>(point.y));
+    }
+    return vertices;
+}
+
+} // namespace
 
 AirspaceLayer::AirspaceLayer(const Route& route) : mReference(route.start)
 {
+    for (std::size_t i = 0; i < mClasses.size(); ++i) {
+        mClasses[i].hatching = hatchingBits(airspaceStyle(static_cast<AirspaceClass>(i)));
+    }
     const LocalPlane plane(mReference);
-    std::vector<Vertex> outline;
     for (const Airspace& airspace : route.airspaces) {
-        outline.clear();
-        for (const Position& position : airspace.outline) {
-            const LocalPlane::Point point = plane.toPoint(position);
-            outline.emplace_back(static_cast<float>(point.x), static_cast<float>(point.y));
+        const std::vector<Vertex> outline = toPlane(plane, airspace.outline);
+        Tavik::OpenGL::Tesselator tesselator;
+        for (const Vertex& vertex : outline) {
+            tesselator.addVertex(vertex);
         }
-        mEdges[static_cast<std::size_t>(airspace.airspaceClass)].addLineLoop(outline);
+        Class& drawn = mClasses[static_cast<std::size_t>(airspace.airspaceClass)];
+        drawn.areas.addTessPolygon(tesselator.tesselate());
+        drawn.edges.addLineLoop(outline);
+        drawn.isEmpty = false;
     }
 }
 
@@ -28,9 +47,20 @@ void AirspaceLayer::render(const Scene& scene)
 {
     Tavik::OpenGL::MatrixPush();
     Tavik::OpenGL::MatrixSet(scene.view.planeMatrix(mReference));
-    for (std::size_t i = 0; i < mEdges.size(); ++i) {
-        applyPen(mEdges[i], airspaceStyle(static_cast<AirspaceClass>(i)).edge);
-        mEdges[i].render(scene.view.metresPerPixel());
+    for (std::size_t i = 0; i < mClasses.size(); ++i) {
+        Class& drawn = mClasses[i];
+        if (drawn.isEmpty) {
+            continue;
+        }
+        const AirspaceStyle& style = airspaceStyle(static_cast<AirspaceClass>(i));
+        drawn.areas.setPattern(nullptr);
+        drawn.areas.setColor(translucent(style.edge.color, style.fill));
+        drawn.areas.render();
+        drawn.areas.setPattern(drawn.hatching.data());
+        drawn.areas.setColor(translucent(style.edge.color, style.hatching));
+        drawn.areas.render();
+        applyPen(drawn.edges, style.edge);
+        drawn.edges.render(scene.view.metresPerPixel());
     }
     Tavik::OpenGL::MatrixPop();
 }

@@ -55,16 +55,16 @@ bool crossed(unsigned int x, unsigned int y)
 
 // In the order of AirspaceClass.
 const std::array<AirspaceStyle, AirspaceClassCount> Styles = {{
-    {Blue, {Blue, 3.4f}, 0.12f, 0.30f, dots},
-    {Blue, {Blue, 3.0f}, 0.10f, 0.24f, wideFalling},
-    {Blue, {Blue, 2.4f}, 0.07f, 0.22f, sparseDots},
-    {Blue, {Blue, 2.4f, ShortDashes}, 0.13f, 0.22f, wideRising},
-    {PaleBlue, {PaleBlue, 2.0f, ShortDashes}, 0.05f, 0.18f, dashes},
-    {Grey, {Grey, 2.0f, Dots}, 0.05f, 0.20f, sparseDots},
-    {Grey, {Grey, 1.6f, Dots}, 0.03f, 0.14f, dashes},
-    {Red, {Red, 3.0f}, 0.14f, 0.42f, crossed},
-    {Red, {Red, 2.4f}, 0.10f, 0.36f, rising},
-    {Orange, {Orange, 2.4f}, 0.08f, 0.34f, falling},
+    {{Blue, 3.4f}, 0.12f, 0.30f, dots},
+    {{Blue, 3.0f}, 0.10f, 0.24f, wideFalling},
+    {{Blue, 2.4f}, 0.07f, 0.22f, sparseDots},
+    {{Blue, 2.4f, ShortDashes}, 0.13f, 0.22f, wideRising},
+    {{PaleBlue, 2.0f, ShortDashes}, 0.05f, 0.18f, dashes},
+    {{Grey, 2.0f, Dots}, 0.05f, 0.20f, sparseDots},
+    {{Grey, 1.6f, Dots}, 0.03f, 0.14f, dashes},
+    {{Red, 3.0f}, 0.14f, 0.42f, crossed},
+    {{Red, 2.4f}, 0.10f, 0.36f, rising},
+    {{Orange, 2.4f}, 0.08f, 0.34f, falling},
 }};
 
 } // namespace

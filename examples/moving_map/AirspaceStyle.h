@@ -11,8 +11,7 @@ namespace MovingMap {
 /// fly, orange where it is dangerous.
 struct AirspaceStyle
 {
-    Color color;                                       ///< of the edge and of labels
-    Pen edge;                                          ///< drawn along the boundary
+    Pen edge;                                          ///< drawn along the boundary; its colour is that of everything
     float fill;                                        ///< opacity of the area, in [0, 1]
     float hatching;                                    ///< opacity of the pattern on top of it
     bool (*isHatched)(unsigned int x, unsigned int y); ///< the pattern, by pixel in [0, 32)

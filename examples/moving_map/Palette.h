@@ -16,6 +16,12 @@ Color onBackground(Color color, float strength);
 /// Brighter or darker: the components are multiplied, and kept within [0, 1].
 Color shaded(Color color, float factor);
 
+/// The colour with another opacity.
+constexpr Color translucent(Color color, float opacity)
+{
+    return {color.x, color.y, color.z, opacity};
+}
+
 namespace Palette {
 
 constexpr Color Background(0.035f, 0.047f, 0.063f, 1.0f);
