@@ -1,6 +1,7 @@
 #include <moving_map/AirspaceLayer.h>
 
 #include <moving_map/AirspaceStyle.h>
+#include <moving_map/Symbols.h>
 #include <tavik/opengl/MatrixStack.h>
 
 #include <cstddef>
@@ -32,12 +33,8 @@ AirspaceLayer::AirspaceLayer(const Route& route) : mReference(route.start)
     const LocalPlane plane(mReference);
     for (const Airspace& airspace : route.airspaces) {
         const std::vector<Vertex> outline = toPlane(plane, airspace.outline);
-        Tavik::OpenGL::Tesselator tesselator;
-        for (const Vertex& vertex : outline) {
-            tesselator.addVertex(vertex);
-        }
         Class& drawn = mClasses[static_cast<std::size_t>(airspace.airspaceClass)];
-        drawn.areas.addTessPolygon(tesselator.tesselate());
+        drawn.areas.addTessPolygon(Symbols::fill(outline));
         drawn.edges.addLineLoop(outline);
         drawn.isEmpty = false;
     }

@@ -77,6 +77,7 @@ void Display::render()
     mAirspaceLayer.render(mScene);
     mRouteLayer.render(mScene);
     mSymbolLayer.render(mScene);
+    mCompassLayer.render(mScene);
     mAircraftLayer.render(mScene);
     mProfileChart.render(mScene, mProfile, mProfileArea);
     mWindow.activate();

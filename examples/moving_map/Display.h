@@ -2,6 +2,7 @@
 
 #include <moving_map/AircraftLayer.h>
 #include <moving_map/AirspaceLayer.h>
+#include <moving_map/CompassLayer.h>
 #include <moving_map/Area.h>
 #include <moving_map/ContourCache.h>
 #include <moving_map/MapView.h>
@@ -65,6 +66,7 @@ private:
     AirspaceLayer mAirspaceLayer;
     RouteLayer mRouteLayer;
     SymbolLayer mSymbolLayer;
+    CompassLayer mCompassLayer;
     AircraftLayer mAircraftLayer;
     ProfileChart mProfileChart;
     Tavik::OpenGL::Lines mFrame;

@@ -81,4 +81,13 @@ Outline pointer(Pixel tip, Pixel towards, float size)
     return {tip, base + aside, base - aside};
 }
 
+Tavik::OpenGL::Tesselator::TessPolygon fill(const Outline& outline)
+{
+    Tavik::OpenGL::Tesselator tesselator;
+    for (const Pixel& corner : outline) {
+        tesselator.addVertex(corner);
+    }
+    return tesselator.tesselate();
+}
+
 } // namespace MovingMap::Symbols

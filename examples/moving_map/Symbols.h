@@ -1,6 +1,7 @@
 #pragma once
 
 #include <tavik/math/Vector2.h>
+#include <tavik/opengl/Tesselator.h>
 
 #include <vector>
 
@@ -28,6 +29,9 @@ Outline aircraft(Pixel centre, Pixel ahead, float size);
 /// Triangle that points to a place.
 /// @param towards  direction in which it points, length 1
 Outline pointer(Pixel tip, Pixel towards, float size);
+
+/// The area within an outline.
+Tavik::OpenGL::Tesselator::TessPolygon fill(const Outline& outline);
 
 } // namespace Symbols
 

@@ -1,0 +1,85 @@
+#include <moving_map/CompassLayer.h>
+
+#include <moving_map/Pen.h>
+#include <moving_map/Symbols.h>
+#include <tavik/opengl/MatrixStack.h>
+
+namespace MovingMap {
+
+namespace {
+
+using Pixel = MapView::Pixel;
+
+constexpr float ShortTick = 6.0f;
+constexpr float MiddleTick = 11.0f;
+constexpr float LongTick = 16.0f;
+constexpr float LubberSize = 15.0f;
+
+constexpr float CasingPixels = 3.0f; // wider than the line that it stands under
+constexpr float LineWidth = 2.0f;
+
+constexpr std::uint16_t Dashes = 0xFFFF; // 16 pixels drawn, 16 left out
+
+} // namespace
+
+float CompassLayer::radius(const Scene& scene)
+{
+    return static_cast<float>(scene.rangeMetres / scene.view.metresPerPixel());
+}
+
+void CompassLayer::render(const Scene& scene)
+{
+    const float radius = CompassLayer::radius(scene);
+    if (radius != mRadius) {
+        build(radius);
+        mRadius = radius;
+    }
+    const Pixel place = scene.view.toPixel(scene.aircraft.position);
+    Tavik::OpenGL::MatrixPush();
+    Tavik::OpenGL::MatrixTranslate(place.x, place.y, 0.0);
+    Tavik::OpenGL::MatrixRotate(scene.view.up(), 0.0, 0.0, 1.0);
+
+    applyPen(mRim, {Palette::Casing, LineWidth + CasingPixels});
+    mRim.render(1.0);
+    applyPen(mTicks, {Palette::Casing, LineWidth + CasingPixels});
+    mTicks.render();
+    applyPen(mRim, {Palette::Rings, LineWidth});
+    mRim.render(1.0);
+    applyPen(mTicks, {Palette::Rings, LineWidth});
+    mTicks.render();
+    applyPen(mHalf, {Palette::Rings, LineWidth, Dashes});
+    mHalf.render(1.0);
+
+    Tavik::OpenGL::MatrixRotate(-scene.aircraft.trackDegrees, 0.0, 0.0, 1.0);
+    applyPen(mLubberEdge, {Palette::Casing, CasingPixels});
+    mLubberEdge.render(1.0);
+    mLubber.setColor(Palette::Aircraft);
+    mLubber.render();
+    Tavik::OpenGL::MatrixPop();
+}
+
+/// With north up, about the origin.
+void CompassLayer::build(float radius)
+{
+    const Pixel centre;
+    mRim.clearVertex();
+    mRim.addLineLoop(Symbols::circle(centre, radius));
+    mHalf.clearVertex();
+    mHalf.addLineLoop(Symbols::circle(centre, 0.5f * radius));
+    mTicks.clearVertex();
+    for (int bearing = 0; bearing < 360; bearing += 5) {
+        const LocalPlane::Point direction = directionOf(bearing);
+        const Pixel outwards(static_cast<float>(direction.x), static_cast<float>(direction.y));
+        const float length = bearing % 30 == 0 ? LongTick : bearing % 10 == 0 ? MiddleTick : ShortTick;
+        mTicks.addVertex(outwards * radius);
+        mTicks.addVertex(outwards * (radius - length));
+    }
+    const Pixel up(0.0f, 1.0f);
+    const Symbols::Outline lubber = Symbols::pointer(up * radius, up * -1.0f, LubberSize);
+    mLubberEdge.clearVertex();
+    mLubberEdge.addLineLoop(lubber);
+    mLubber.clearVertex();
+    mLubber.addTessPolygon(Symbols::fill(lubber));
+}
+
+} // namespace MovingMap
