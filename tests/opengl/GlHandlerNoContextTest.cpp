@@ -6,6 +6,7 @@
 #include <tavik/opengl/MatrixStack.h>
 #include <tavik/opengl/Shader.h>
 #include <tavik/opengl/TextureTerrain.h>
+#include <tavik/opengl/VectorFont.h>
 
 #include <gtest/gtest.h>
 
@@ -64,5 +65,12 @@ TEST(GlHandlerNoContext, EverythingIsWithoutEffectAndAlive)
     terrain.setData();
     terrain.render();
     terrain.clear();
+    VectorFont font;
+    font.addText("A", {}, 10.0, VectorFont::TopLeft);
+    EXPECT_EQ(font.vertices().size(), 8u);
+    font.render();
+    font.setData();
+    font.renderFont("A", 10.0, VectorFont::TopLeft);
+    font.clear();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
