@@ -35,6 +35,7 @@ constexpr Color OtherLeg(0.94f, 0.96f, 0.98f, 1.0f);
 constexpr Color FlownLeg(0.55f, 0.58f, 0.62f, 1.0f);
 constexpr Color Rings(0.74f, 0.82f, 0.90f, 0.9f);
 constexpr Color ProjectedTrack(0.35f, 0.95f, 0.45f, 1.0f);
+constexpr Color Obstacle(1.0f, 0.62f, 0.40f, 1.0f);
 constexpr Color Station(0.30f, 0.85f, 0.95f, 1.0f);
 constexpr Color Aircraft(1.0f, 0.92f, 0.25f, 1.0f);
 

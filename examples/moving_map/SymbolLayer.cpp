@@ -1,7 +1,8 @@
 #include <moving_map/SymbolLayer.h>
 
-#include <moving_map/Pen.h>
-#include <moving_map/Symbols.h>
+#include <moving_map/Palette.h>
+
+#include <GL/gl.h>
 
 #include <string>
 
@@ -9,42 +10,83 @@ namespace MovingMap {
 
 namespace {
 
-constexpr float WaypointRadius = 11.0f;
-constexpr float FlyOverRadius = 13.0f;
-constexpr float StationRadius = 8.0f;
+using Tavik::OpenGL::VectorFont;
+using Tavik::OpenGL::VectorSymbol;
 
-void renderCased(Tavik::OpenGL::LineLoops& loops, Color color)
+constexpr double Size = 34.0; // nominal height of a character, pixels
+constexpr float CasingWidth = 5.0f;
+constexpr float LineWidth = 1.8f;
+
+char symbolOf(FixKind kind, bool flyOver)
 {
-    applyPen(loops, {Palette::Casing, 6.0f});
-    loops.render(1.0);
-    applyPen(loops, {color, 2.4f});
-    loops.render(1.0);
+    switch (kind) {
+    case FixKind::Vor:
+        return VectorSymbol::Vor;
+    case FixKind::Dme:
+        return VectorSymbol::Dme;
+    case FixKind::Vortac:
+        return VectorSymbol::Vortac;
+    case FixKind::Ndb:
+        return VectorSymbol::Ndb;
+    case FixKind::Airport:
+        return VectorSymbol::Airport;
+    case FixKind::Obstacle:
+        return VectorSymbol::Obstacle;
+    case FixKind::Intersection:
+        return flyOver ? VectorSymbol::WaypointFlyOver : VectorSymbol::Intersection;
+    case FixKind::Waypoint:
+        break;
+    }
+    return flyOver ? VectorSymbol::WaypointFlyOver : VectorSymbol::WaypointFlyBy;
 }
 
 } // namespace
 
 void SymbolLayer::render(const Scene& scene)
 {
-    for (auto* loops : {&mFixes, &mActiveFix, &mStations}) {
-        loops->clearVertex();
+    if (mView != scene.view || mLeg != scene.aircraft.leg) {
+        build(scene);
+        mView = scene.view;
+        mLeg = scene.aircraft.leg;
     }
+    constexpr std::array<Color, LookCount> Colors = {Palette::Station, Palette::Obstacle, Palette::OtherLeg,
+                                                     Palette::ActiveLeg};
+    for (std::size_t look = 0; look < LookCount; ++look) {
+        mSymbols[look].setColor(Palette::Casing);
+        glLineWidth(CasingWidth);
+        mSymbols[look].render();
+        mSymbols[look].setColor(Colors[look]);
+        glLineWidth(LineWidth);
+        mSymbols[look].render();
+    }
+    glLineWidth(1.0f);
+}
+
+void SymbolLayer::build(const Scene& scene)
+{
+    for (VectorFont& symbols : mSymbols) {
+        symbols.clearVertex();
+    }
+    mVisible = scene.view.bounds(SymbolRadius);
     for (const Station& station : scene.route.stations) {
-        const MapView::Pixel place = scene.view.toPixel(station.position);
-        mStations.addLineLoop(Symbols::station(place, StationRadius));
-        mStations.addLineLoop(Symbols::stationFrame(place, StationRadius));
+        add(station.kind == FixKind::Obstacle ? Obstacles : Stations, scene, station.position,
+            symbolOf(station.kind, false));
     }
     const std::string& activeName = scene.route.legs[scene.aircraft.leg].name;
     for (const PathFix& fix : scene.path.fixes()) {
-        const MapView::Pixel place = scene.view.toPixel(fix.position);
-        auto& loops = fix.name == activeName ? mActiveFix : mFixes;
-        loops.addLineLoop(Symbols::waypoint(place, WaypointRadius));
-        if (fix.flyOver) {
-            loops.addLineLoop(Symbols::circle(place, FlyOverRadius));
-        }
+        add(fix.name == activeName ? ActiveFix : Fixes, scene, fix.position, symbolOf(fix.kind, fix.flyOver));
     }
-    renderCased(mStations, Palette::Station);
-    renderCased(mFixes, Palette::OtherLeg);
-    renderCased(mActiveFix, Palette::ActiveLeg);
+}
+
+void SymbolLayer::add(Look look, const Scene& scene, Position position, char symbol)
+{
+    if (!mVisible.mayTouch(position, position)) {
+        return;
+    }
+    const MapView::Pixel place = scene.view.toPixel(position);
+    Tavik::Math::Matrix4<float> matrix;
+    matrix.translate(place.x, place.y, 0.0f);
+    mSymbols[look].addText(std::string(1, symbol), matrix, Size, VectorFont::MiddleCenter);
 }
 
 } // namespace MovingMap

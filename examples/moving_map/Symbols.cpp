@@ -7,47 +7,16 @@
 
 namespace MovingMap::Symbols {
 
-namespace {
-
-Outline polygon(Pixel centre, float radius, int corners, double firstDegrees)
+Outline circle(Pixel centre, float radius)
 {
+    const int corners = radius < 30.0f ? 36 : 180;
     Outline outline;
     for (int corner = 0; corner < corners; ++corner) {
-        const double angle = (firstDegrees + 360.0 * corner / corners) * RadiansPerDegree;
+        const double angle = 360.0 * corner / corners * RadiansPerDegree;
         outline.emplace_back(centre.x + radius * static_cast<float>(std::sin(angle)),
                              centre.y + radius * static_cast<float>(std::cos(angle)));
     }
     return outline;
-}
-
-} // namespace
-
-Outline circle(Pixel centre, float radius)
-{
-    const int corners = radius < 30.0f ? 36 : 180;
-    return polygon(centre, radius, corners, 0.0);
-}
-
-Outline waypoint(Pixel centre, float radius)
-{
-    const Outline tips = polygon(centre, radius, 4, 0.0);
-    const Outline hollows = polygon(centre, 0.36f * radius, 4, 45.0);
-    Outline outline;
-    for (std::size_t i = 0; i < tips.size(); ++i) {
-        outline.push_back(tips[i]);
-        outline.push_back(hollows[i]);
-    }
-    return outline;
-}
-
-Outline station(Pixel centre, float radius)
-{
-    return polygon(centre, radius, 6, 30.0);
-}
-
-Outline stationFrame(Pixel centre, float radius)
-{
-    return polygon(centre, 1.6f * radius, 4, 45.0);
 }
 
 Outline aircraft(Pixel centre, Pixel ahead, float size)

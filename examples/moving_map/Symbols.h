@@ -15,13 +15,6 @@ using Outline = std::vector<Pixel>;
 
 Outline circle(Pixel centre, float radius);
 
-/// Star of four points: a waypoint.
-Outline waypoint(Pixel centre, float radius);
-
-/// Hexagon: a station. Its square stands around it.
-Outline station(Pixel centre, float radius);
-Outline stationFrame(Pixel centre, float radius);
-
 /// Aircraft seen from above.
 /// @param ahead  direction of flight, length 1
 Outline aircraft(Pixel centre, Pixel ahead, float size);
