@@ -29,7 +29,7 @@ namespace Tavik::OpenGL {
 class TAVIK_API Polygon
 {
 public:
-    /// Adds an area. Move it in, as from the call of tesselate(), and nothing is copied twice.
+    /// Adds an area. Give it as it comes from tesselate(), or moved: then its vertices are copied once at most.
     void addTessPolygon(Tesselator::TessPolygon polygon);
 
     /// Removes all areas.
@@ -61,10 +61,25 @@ private:
         unsigned int vertexCount;
     };
 
+    // Draw commands of one mode, which OpenGL takes at once: those from firstCommand on in mFirstVertices.
+    struct Batch
+    {
+        unsigned int mode;
+        std::size_t firstCommand;
+        int commandCount;
+    };
+
+    void mergeCommands();
+
     VertexList mVertices;
     std::vector<DrawCommand> mDrawCommands;
+    std::vector<Batch> mBatches;
+    std::vector<int> mFirstVertices;
+    std::vector<int> mVertexCounts;
     Math::Vector4<float> mColor = {1.0f, 1.0f, 1.0f, 1.0f};
     FillPattern mPattern;
+    bool mIsLevel = true; // all vertices have the z of the first
+    float mLevel = 0.0f;
 };
 
 } // namespace Tavik::OpenGL

@@ -1,5 +1,7 @@
 #include <tavik/opengl/Tesselator.h>
 
+#include <tavik/opengl/OutlineComplexity.h>
+
 #include <GL/glu.h>
 
 #include <cmath>
@@ -59,7 +61,7 @@ Tesselator::TessPolygon Tesselator::tesselate()
 {
     mTessPolygon = TessPolygon();
     mStartPos = 0;
-    const TessPointer tess(gluNewTess());
+    const TessPointer tess(isTooComplex(mVertices, mContourStarts) ? nullptr : gluNewTess());
     if (tess == nullptr) {
         return {};
     }

@@ -30,6 +30,7 @@ namespace Tavik::OpenGL {
 /// other way round, and is part of the area when it runs the same way. Corners should lie in one plane, any plane.
 ///
 /// Corners that are NaN or infinite are left out. Contours of fewer than three corners enclose nothing.
+/// An outline that would take minutes, because some hundred thousand of its edges cross each other, is not cut at all.
 ///
 /// Needs no OpenGL context. The working state is shared by all tesselators: only one of them may be at work at a time,
 /// so keep them to one thread.
@@ -47,13 +48,12 @@ public:
             unsigned int vertexCount;
         };
 
-        const std::vector<Primitive>& primitives() const { return mPrimitives; }
+        const std::vector<Primitive>& primitives() const& { return mPrimitives; }
+        std::vector<Primitive> primitives() && { return std::move(mPrimitives); }
 
         /// The vertices of all primitives, one primitive after the other.
-        const std::vector<Math::Vector3<float>>& vertices() const { return mVertices; }
-
-        /// Gives the vertices away.
-        std::vector<Math::Vector3<float>> takeVertices() && { return std::move(mVertices); }
+        const std::vector<Math::Vector3<float>>& vertices() const& { return mVertices; }
+        std::vector<Math::Vector3<float>> vertices() && { return std::move(mVertices); }
 
     private:
         friend class Tesselator;

@@ -6,6 +6,9 @@
 
 #include <cmath>
 #include <functional>
+#include <limits>
+#include <random>
+#include <set>
 
 using namespace Tavik::OpenGL;
 using Tavik::Math::Vector2;
@@ -139,6 +142,44 @@ TEST(Tesselator, FillsWhatTheContoursWindAround)
     EXPECT_TRUE(upright.tesselate().primitives().empty());
 }
 
+TEST(Tesselator, HostileOutlinesEndSoon)
+{
+    // Seconds, and hundreds of megabytes, are what a few thousand edges at random would take.
+    Points star;
+    for (int i = 0; i < 4001; ++i) {
+        const double angle = 2.0 * M_PI * i * 2000 / 4001;
+        star.emplace_back(static_cast<float>(1000.0 * std::sin(angle)), static_cast<float>(1000.0 * std::cos(angle)));
+    }
+    EXPECT_TRUE(cut({star}).primitives().empty());
+    star.resize(201);
+    EXPECT_FALSE(cut({star}).primitives().empty());
+    Points coast; // as large, but its edges do not cross
+    for (int i = 0; i < 4000; ++i) {
+        const double radius = i % 2 == 0 ? 1000.0 : 900.0;
+        const double angle = 2.0 * M_PI * i / 4000;
+        coast.emplace_back(static_cast<float>(radius * std::sin(angle)), static_cast<float>(radius * std::cos(angle)));
+    }
+    EXPECT_NEAR(area(cut({coast})), M_PI * 1000.0 * 900.0, 100.0);
+
+    constexpr float Huge = std::numeric_limits<float>::max();
+    constexpr float Tiny = std::numeric_limits<float>::denorm_min();
+    const float values[] = {0.0f, 1.0f, -1.0f, Huge, -Huge, Tiny, -Tiny, 1e20f, -1e-20f, INFINITY, NaN};
+    std::mt19937 random(1);
+    for (int run = 0; run < 2000; ++run) {
+        Tesselator tesselator;
+        for (auto i = random() % 30; i > 0; --i) {
+            tesselator.addVertex(Vector3<float>(values[random() % 11], values[random() % 11],
+                                                run % 2 == 0 ? 0.0f : values[random() % 11]));
+            if (random() % 10 == 0) {
+                tesselator.beginContour();
+            }
+        }
+        for (const Vector3<float>& vertex : tesselator.tesselate().vertices()) {
+            ASSERT_TRUE(std::isfinite(vertex.x) && std::isfinite(vertex.y) && std::isfinite(vertex.z)) << run;
+        }
+    }
+}
+
 TEST_F(FilledShapesTest, PolygonsFillTheirAreasOnce)
 {
     const std::vector<Points> frame = {square(10.0f, 10.0f, 100.0f), turnedRound(square(30.0f, 30.0f, 40.0f))};
@@ -163,6 +204,41 @@ TEST_F(FilledShapesTest, PolygonsFillTheirAreasOnce)
     EXPECT_NEAR(at(both, 64, 90)[0], (255 + 153) / 2, 2);
     EXPECT_EQ(at(both, 12, 12), at(framed, 12, 12));
     EXPECT_EQ(at(both, 64, 64), at(starred, 64, 64));
+}
+
+TEST_F(FilledShapesTest, AreasOfOneObjectDrawAsThoseOfMany)
+{
+    for (const float lift : {0.0f, 0.1f}) { // on one level, and each above the one before
+        std::vector<Polygon> alone;
+        Polygon together;
+        together.setColor(HalfWhite);
+        std::set<unsigned int> modes;
+        for (int i = 0; i < 6; ++i) {
+            Tesselator tesselator;
+            for (int corner = 0; corner < 40; ++corner) { // saw teeth round a circle: primitives of several kinds
+                const double angle = 2.0 * M_PI * corner / 40.0;
+                const double radius = corner % 2 == 0 ? 40.0 : 25.0 + 2.0 * i;
+                tesselator.addVertex(Vector3<float>(static_cast<float>(50.0 + 5.0 * i + radius * std::sin(angle)),
+                                                    static_cast<float>(60.0 + radius * std::cos(angle)),
+                                                    lift * static_cast<float>(i)));
+            }
+            const Tesselator::TessPolygon cut = tesselator.tesselate();
+            for (const auto& primitive : cut.primitives()) {
+                modes.insert(primitive.mode);
+            }
+            together.addTessPolygon(cut);
+            alone.emplace_back();
+            alone.back().setColor(HalfWhite);
+            alone.back().addTessPolygon(cut);
+        }
+        EXPECT_GT(modes.size(), 1u);
+        const Picture expected = picture([&] {
+            for (Polygon& polygon : alone) {
+                polygon.render();
+            }
+        });
+        EXPECT_TRUE(samePicture(picture([&] { together.render(); }), expected)) << lift;
+    }
 }
 
 TEST_F(FilledShapesTest, ChangesShowAtTheNextRender)
@@ -312,4 +388,32 @@ TEST_F(FilledShapesTest, BrokenVerticesSpoilOnlyTheirTriangles)
         strip.addVertex(Vector3<float>(100.0f, 100.0f, broken));
         EXPECT_TRUE(samePicture(picture([&] { strip.render(); }), whole)) << broken;
     }
+}
+
+TEST_F(FilledShapesTest, ErrorsOfDrawingArePrintedOnce)
+{
+    expectGlErrors();
+    Polygon polygon;
+    polygon.addTessPolygon(cut({square(0.0f, 0.0f, 9.0f)}));
+    Circle circle;
+    circle.setCircle(9.0, 9);
+    TriangleStrip strip;
+    strip.setRect(9, 9);
+    struct Case
+    {
+        const char* printed;
+        std::function<void()> render;
+    };
+    const Case cases[] = {
+        {"Error <Polygon> <void Tavik::OpenGL::Polygon::render()> 1286\n", [&] { polygon.render(); }},
+        {"Error <Circle> <void Tavik::OpenGL::Circle::render()> 1286\n", [&] { circle.render(); }},
+        {"Error <glDrawArrays> <void Tavik::OpenGL::TriangleStrip::render()> 1286\n", [&] { strip.render(); }},
+    };
+    withIncompleteFramebuffer([&] {
+        for (const Case& c : cases) {
+            testing::internal::CaptureStdout();
+            c.render();
+            EXPECT_EQ(testing::internal::GetCapturedStdout(), c.printed);
+        }
+    });
 }

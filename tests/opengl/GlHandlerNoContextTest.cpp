@@ -1,11 +1,14 @@
+#include <tavik/opengl/Circle.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/LineLoops.h>
 #include <tavik/opengl/LineStrips.h>
 #include <tavik/opengl/LineStripsSimple.h>
 #include <tavik/opengl/Lines.h>
 #include <tavik/opengl/MatrixStack.h>
+#include <tavik/opengl/Polygon.h>
 #include <tavik/opengl/Shader.h>
 #include <tavik/opengl/TextureTerrain.h>
+#include <tavik/opengl/TriangleStrip.h>
 #include <tavik/opengl/VectorFont.h>
 
 #include <gtest/gtest.h>
@@ -58,6 +61,23 @@ TEST(GlHandlerNoContext, EverythingIsWithoutEffectAndAlive)
     lines.setRect(1, 1);
     lines.render();
     lines.clear();
+    TriangleStrip strip;
+    strip.setRect(1, 1);
+    strip.init();
+    strip.render();
+    Circle circle;
+    circle.setCircle(1.0, 8);
+    circle.render();
+    Tesselator tesselator; // needs none
+    for (const Tavik::Math::Vector2<float> corner : {points[0], points[1], {1.0f, 0.0f}}) {
+        tesselator.addVertex(corner);
+    }
+    Tesselator::TessPolygon triangle = tesselator.tesselate();
+    EXPECT_EQ(triangle.vertices().size(), 3u);
+    Polygon polygon;
+    polygon.addTessPolygon(std::move(triangle));
+    polygon.render();
+    polygon.clear();
     const unsigned short texel[4] = {};
     TextureTerrain terrain;
     EXPECT_FALSE(terrain.loadNormals(texel, 1, 1, 0x1908)); // GL_RGBA

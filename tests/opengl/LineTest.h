@@ -56,6 +56,20 @@ protected:
         return window().readPicture();
     }
 
+    /// Calls draw() while everything that draws is an OpenGL error, 1286.
+    template <typename Draw>
+    static void withIncompleteFramebuffer(Draw draw)
+    {
+        int framebuffer = 0;
+        glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
+        unsigned int incomplete = 0;
+        glGenFramebuffers(1, &incomplete);
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, incomplete);
+        draw();
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<unsigned int>(framebuffer));
+        glDeleteFramebuffers(1, &incomplete);
+    }
+
     /// @param y  from the bottom, as lines count
     static Picture::Pixel at(const Picture& picture, int x, int y) { return picture.pixel(x, Size - 1 - y); }
 

@@ -183,16 +183,11 @@ TEST_F(LinesTest, ErrorsOfDrawingArePrintedOnce)
         {"Error <LineLoops> <void Tavik::OpenGL::LineLoops::render(double)> 1286\n", [&] { loops.render(1.0); }},
         {"Error <Lines> <void Tavik::OpenGL::Lines::render()> 1286\n", [&] { lines.render(); }},
     };
-    int framebuffer = 0;
-    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
-    unsigned int incomplete = 0;
-    glGenFramebuffers(1, &incomplete);
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, incomplete);
-    for (const Case& c : cases) {
-        testing::internal::CaptureStdout();
-        c.render();
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), c.printed);
-    }
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<unsigned int>(framebuffer));
-    glDeleteFramebuffers(1, &incomplete);
+    withIncompleteFramebuffer([&] {
+        for (const Case& c : cases) {
+            testing::internal::CaptureStdout();
+            c.render();
+            EXPECT_EQ(testing::internal::GetCapturedStdout(), c.printed);
+        }
+    });
 }
