@@ -1,0 +1,273 @@
+#include <support/Fonts.h>
+#include <tavik/opengl/DistanceField.h>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Image
+{
+    Image(int w, int h, int s = 0) : width(w), height(h), stride(s == 0 ? w : s), pixels(std::size_t(stride) * h) {}
+
+    unsigned char& at(int x, int y) { return pixels[std::size_t(y) * stride + x]; }
+    unsigned char at(int x, int y) const { return pixels[std::size_t(y) * stride + x]; }
+
+    int width;
+    int height;
+    int stride;
+    std::vector<unsigned char> pixels;
+};
+
+float edgeDistance(const Image& image, int x, int y, float limit, float flatFactor, float& gx, float& gy)
+{
+    const float root2 = 1.4142137f;
+    const auto c = [&](int dx, int dy) { return float(image.at(x + dx, y + dy)); };
+    gx = (c(1, -1) - c(-1, -1)) + (c(1, 1) - c(-1, 1)) + root2 * (c(1, 0) - c(-1, 0));
+    gy = (c(-1, 1) - c(-1, -1)) + (c(1, 1) - c(1, -1)) + root2 * (c(0, 1) - c(0, -1));
+    const float a = c(0, 0) / 255.0f;
+    if (std::fabs(gx) < limit && std::fabs(gy) < limit) {
+        gx = gy = 0.0f;
+        return (0.5f - a) * flatFactor;
+    }
+    const float squared = gx * gx + gy * gy;
+    if (squared > 0.0001f) {
+        gx /= std::sqrt(squared);
+        gy /= std::sqrt(squared);
+    }
+    if (gx == 0.0f || gy == 0.0f) {
+        return 0.5f - a;
+    }
+    const float g1 = std::min(std::fabs(gx), std::fabs(gy));
+    const float g2 = std::max(std::fabs(gx), std::fabs(gy));
+    const float a1 = 0.5f * g1 / g2;
+    if (a < a1) {
+        return 0.5f * (g1 + g2) - std::sqrt(2.0f * g1 * g2 * a);
+    }
+    return a < 1.0f - a1 ? (0.5f - a) * g2 : -0.5f * (g1 + g2) + std::sqrt(2.0f * g1 * g2 * (1.0f - a));
+}
+
+bool mayHoldEdge(const Image& image, int x, int y)
+{
+    const int c = image.at(x, y);
+    return c != 255 && (c != 0 || image.at(x - 1, y) == 255 || image.at(x, y - 1) == 255 || image.at(x + 1, y) == 255 ||
+                        image.at(x, y + 1) == 255);
+}
+
+// The plain form: every pixel in every sweep, at any distance.
+Image plainField(const Image& image, float radius)
+{
+    struct Cell
+    {
+        float squared = 1e37f;
+        float x = 0.0f;
+        float y = 0.0f;
+    };
+    const int w = image.width;
+    const int h = image.height;
+    std::vector<Cell> cells(std::size_t(w) * h);
+    const auto cell = [&](int x, int y) -> Cell& { return cells[std::size_t(y) * w + x]; };
+    const auto squaredTo = [](const Cell& c, int x, int y) {
+        return (c.x - float(x)) * (c.x - float(x)) + (c.y - float(y)) * (c.y - float(y));
+    };
+    for (int y = 1; y < h - 1; ++y) {
+        for (int x = 1; x < w - 1; ++x) {
+            float gx = 0.0f;
+            float gy = 0.0f;
+            if (mayHoldEdge(image, x, y)) {
+                const float distance = edgeDistance(image, x, y, 0.001f, 0.0f, gx, gy);
+                if (gx != 0.0f || gy != 0.0f) {
+                    cell(x, y) = {0.0f, float(x) + gx * distance, float(y) + gy * distance};
+                    cell(x, y).squared = squaredTo(cell(x, y), x, y);
+                }
+            }
+        }
+    }
+    const int neighbours[4][2] = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0}};
+    bool changed = true;
+    for (int repetition = 0; repetition < 10 && changed; ++repetition) {
+        changed = false;
+        for (const int step : {1, -1}) {
+            for (int i = 0; i < w * h; ++i) {
+                const int index = step > 0 ? i : w * h - 1 - i;
+                const int x = index % w;
+                const int y = index / w;
+                for (const auto& n : neighbours) {
+                    const int nx = x + step * n[0];
+                    const int ny = y + step * n[1];
+                    if (nx < 0 || ny < 0 || nx >= w || ny >= h || cell(nx, ny).squared > 1e36f) {
+                        continue;
+                    }
+                    const float squared = squaredTo(cell(nx, ny), x, y);
+                    if (squared < cell(x, y).squared) {
+                        cell(x, y) = {squared, cell(nx, ny).x, cell(nx, ny).y};
+                        changed = true;
+                    }
+                }
+            }
+        }
+    }
+    Image field(w, h);
+    for (int y = 0; y < h; ++y) {
+        for (int x = 0; x < w; ++x) {
+            const float d = std::sqrt(cell(x, y).squared) / radius;
+            const float share = 0.5f + 0.5f * (image.at(x, y) >= 128 ? d : -d);
+            field.at(x, y) = static_cast<unsigned char>(std::clamp(share, 0.0f, 1.0f) * 255.0f);
+        }
+    }
+    return field;
+}
+
+Image plainCoverageField(const Image& image)
+{
+    Image field(image.width, image.height);
+    for (int y = 1; y < image.height - 1; ++y) {
+        for (int x = 1; x < image.width - 1; ++x) {
+            float gx = 0.0f;
+            float gy = 0.0f;
+            field.at(x, y) = image.at(x, y);
+            if (mayHoldEdge(image, x, y)) {
+                const float distance = edgeDistance(image, x, y, 0.0001f, 1.4142137f, gx, gy);
+                field.at(x, y) =
+                    static_cast<unsigned char>(std::clamp(0.5f - 0.7071067f * distance, 0.0f, 1.0f) * 255.0f);
+            }
+        }
+    }
+    return field;
+}
+
+Image randomImage(unsigned int seed, int width, int height, int stride, int emptyShare)
+{
+    std::mt19937 random(seed);
+    Image image(width, height, stride);
+    for (unsigned char& pixel : image.pixels) {
+        const auto kind = static_cast<int>(random() % 100);
+        pixel = static_cast<unsigned char>(kind < emptyShare ? 0 : kind % 3 == 0 ? 255 : random() % 256);
+    }
+    return image;
+}
+
+Image glyphImage()
+{
+    Image image(512, 256);
+    FT_Library library = nullptr;
+    FT_Face face = nullptr;
+    EXPECT_EQ(FT_Init_FreeType(&library), 0);
+    EXPECT_EQ(FT_New_Face(library, Tavik::Support::sansFontPath(), 0, &face), 0) << "the sans-serif font";
+    EXPECT_EQ(FT_Set_Pixel_Sizes(face, 0, 50), 0);
+    const std::string text = "AgQ&@%$8ij\xC4\xDF";
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        EXPECT_EQ(FT_Load_Char(face, static_cast<unsigned char>(text[i]), FT_LOAD_RENDER), 0);
+        const FT_Bitmap& bitmap = face->glyph->bitmap;
+        for (unsigned int y = 0; y < bitmap.rows; ++y) {
+            for (unsigned int x = 0; x < bitmap.width; ++x) {
+                image.at(int(10 + i % 6 * 80 + x), int(10 + i / 6 * 100 + y)) =
+                    bitmap.buffer[y * static_cast<unsigned int>(bitmap.pitch) + x];
+            }
+        }
+    }
+    FT_Done_Face(face);
+    FT_Done_FreeType(library);
+    return image;
+}
+
+::testing::AssertionResult sameBytes(const Image& a, const Image& b)
+{
+    for (int y = 0; y < b.height; ++y) {
+        for (int x = 0; x < b.width; ++x) {
+            if (a.at(x, y) != b.at(x, y)) {
+                return ::testing::AssertionFailure()
+                       << "at (" << x << ", " << y << ") " << int(a.at(x, y)) << " and not " << int(b.at(x, y));
+            }
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
+} // namespace
+
+TEST(DistanceField, EqualsThePlainFormByteByByte)
+{
+    struct Case
+    {
+        const char* name;
+        Image image;
+        float radius;
+    };
+    Image uniform(40, 40);
+    std::fill(uniform.pixels.begin(), uniform.pixels.end(), static_cast<unsigned char>(255));
+    std::vector<Case> cases = {{"glyphs", glyphImage(), 8.0f},
+                               {"glyphs, wide", glyphImage(), 30.0f},
+                               {"full", uniform, 8.0f},
+                               {"empty", Image(40, 40), 8.0f},
+                               {"too low", randomImage(1, 40, 2, 0, 50), 8.0f},
+                               {"too narrow", randomImage(1, 2, 40, 0, 50), 8.0f},
+                               {"one interior pixel", randomImage(2, 3, 3, 3, 0), 2.0f},
+                               {"no radius", randomImage(3, 50, 20, 0, 90), 1e-30f}};
+    // Dense, and so sparse that edge points travel far; widths around the words of the change masks.
+    for (unsigned int i = 0; i < 40; ++i) {
+        const int empty[] = {0, 60, 97, 100};
+        const int width = 3 + int(i * 37 % 131);
+        cases.push_back(
+            {"random", randomImage(i, width, 60, width + int(i % 3), empty[i % 4]), i % 2 == 0 ? 8.0f : 25.0f});
+    }
+    for (Case& c : cases) {
+        const Image expected = plainField(c.image, c.radius);
+        Image out(c.image.width, c.image.height, c.image.width + 5);
+        EXPECT_EQ(sdfBuildDistanceField(out.pixels.data(), out.stride, c.radius, c.image.pixels.data(), c.image.width,
+                                        c.image.height, c.image.stride),
+                  1);
+        EXPECT_TRUE(sameBytes(out, expected)) << c.name << ", width " << c.image.width;
+
+        Image coverage(c.image.width, c.image.height);
+        sdfCoverageToDistanceField(coverage.pixels.data(), coverage.stride, c.image.pixels.data(), c.image.width,
+                                   c.image.height, c.image.stride);
+        EXPECT_TRUE(sameBytes(coverage, plainCoverageField(c.image))) << c.name << ", coverage alone";
+
+        // In place, with a work area that has been used.
+        std::vector<unsigned char> work(std::size_t(c.image.width) * c.image.height * 12, 0x5A);
+        sdfBuildDistanceFieldNoAlloc(c.image.pixels.data(), c.image.stride, c.radius, c.image.pixels.data(),
+                                     c.image.width, c.image.height, c.image.stride, work.data());
+        EXPECT_TRUE(sameBytes(c.image, expected)) << c.name << ", in place";
+    }
+}
+
+TEST(DistanceField, MeasuresTheDistanceToAnEdge)
+{
+    // Columns 0 to 19 are full, column 20 is covered by a quarter: the edge is 20.25 pixels from the left, 19.75 from
+    // the first pixel's centre.
+    Image image(40, 9);
+    for (int y = 0; y < image.height; ++y) {
+        std::fill_n(&image.at(0, y), 20, static_cast<unsigned char>(255));
+        image.at(20, y) = 64;
+    }
+    Image out(40, 9);
+    sdfBuildDistanceField(out.pixels.data(), 40, 8.0f, image.pixels.data(), 40, 9, 40);
+    for (int x = 12; x < 28; ++x) {
+        const double expected = 127.5 * (1.0 + (19.75 - x) / 8.0);
+        EXPECT_NEAR(out.at(x, 4), expected, 1.0) << x;
+    }
+    EXPECT_EQ(out.at(11, 4), 255);
+    EXPECT_EQ(out.at(28, 4), 0);
+}
+
+TEST(DistanceField, NothingIsDoneWithoutPixels)
+{
+    unsigned char out = 7;
+    const unsigned char in = 200;
+    EXPECT_EQ(sdfBuildDistanceField(&out, 1, 8.0f, &in, 0, 5, 1), 1);
+    EXPECT_EQ(sdfBuildDistanceField(&out, 1, 8.0f, &in, 1, -5, 1), 1);
+    sdfCoverageToDistanceField(&out, 1, &in, -1, -1, 1);
+    EXPECT_EQ(out, 7);
+    for (const float radius : {0.0f, -8.0f, std::nanf("")}) {
+        EXPECT_EQ(sdfBuildDistanceField(&out, 1, radius, &in, 1, 1, 1), 1);
+    }
+    EXPECT_EQ(sdfBuildDistanceField(&out, 1, 8.0f, &in, 2000000000, 2000000000, 0), 0) << "no memory for this";
+}
