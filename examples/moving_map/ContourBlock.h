@@ -1,7 +1,6 @@
 #pragma once
 
 #include <moving_map/HeightGrid.h>
-#include <moving_map/HeightSource.h>
 #include <tavik/opengl/LineStrips.h>
 
 namespace MovingMap {
@@ -12,15 +11,13 @@ namespace MovingMap {
 class ContourBlock
 {
 public:
-    ContourBlock(const BlockKey& key, const HeightSource& source);
-
-    const BlockKey& key() const { return mKey; }
+    /// @param level  of the block, which tells the distance between the lines
+    ContourBlock(int level, const HeightGrid& grid);
 
     /// Draws with the current matrix, which takes the block's cells to clip coordinates.
     void render();
 
 private:
-    BlockKey mKey;
     Tavik::OpenGL::LineStrips mThin;
     Tavik::OpenGL::LineStrips mIndex; // every fifth line
     Tavik::OpenGL::LineStrips mCoast;

@@ -70,7 +70,7 @@ private:
         const float southEast = mGrid.at(column + 1, row);
         const float northEast = mGrid.at(column + 1, row + 1);
         const float northWest = mGrid.at(column, row + 1);
-        if (std::isnan(southWest + southEast + northEast + northWest)) {
+        if (!mGrid.isCovered(column, row)) {
             return;
         }
         const int corners = (southWest >= mHeight ? 1 : 0) | (southEast >= mHeight ? 2 : 0) |

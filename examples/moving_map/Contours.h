@@ -1,6 +1,7 @@
 #pragma once
 
 #include <moving_map/HeightGrid.h>
+#include <moving_map/Palette.h>
 #include <tavik/math/Vector2.h>
 
 #include <vector>
@@ -26,10 +27,7 @@ std::vector<ContourLine> traceContours(const HeightGrid& grid, const std::vector
 
 /// The multiples of an interval, and the coast, that lie between the lowest and the highest node.
 ///
-/// The coast takes the place of the line at 0 m. It is drawn a little above, at CoastMetres: radar heights of the sea
-/// are not quite even.
+/// The coast, at CoastMetres, takes the place of the line at 0 m.
 std::vector<double> contourHeights(const HeightGrid& grid, double intervalMetres);
-
-constexpr double CoastMetres = 1.0;
 
 } // namespace MovingMap

@@ -21,7 +21,7 @@ constexpr std::size_t DeliveriesPerFrame = 2;
 } // namespace
 
 Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
-    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mContours(worker), mProfile(path, worker),
+    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mTerrain(worker), mProfile(path, worker),
       mAirspaceLayer(route)
 {}
 
@@ -35,7 +35,7 @@ void Display::update(const DisplaySettings& settings, const Simulation& simulati
     arrange(settings, widthPixels, heightPixels);
 
     mWorker.deliver(DeliveriesPerFrame);
-    mContours.update(mView);
+    mTerrain.update(mView);
     mProfile.update(ProfileChart::begin(mScene), ProfileChart::end(mScene));
 }
 
@@ -62,9 +62,9 @@ void Display::arrange(const DisplaySettings& settings, int widthPixels, int heig
 
 void Display::completeTerrain()
 {
-    while (!mContours.isComplete() || !mProfile.isComplete()) {
+    while (!mTerrain.isComplete() || !mProfile.isComplete()) {
         mWorker.finish();
-        mContours.update(mView);
+        mTerrain.update(mView);
         mProfile.update(ProfileChart::begin(mScene), ProfileChart::end(mScene));
     }
 }
@@ -73,7 +73,7 @@ void Display::render()
 {
     mMap.fill(Palette::Background);
     mMap.activate();
-    mContours.render(mView);
+    mTerrain.render(mView);
     mAirspaceLayer.render(mScene);
     mRouteLayer.render(mScene);
     mSymbolLayer.render(mScene);

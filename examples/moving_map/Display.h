@@ -4,13 +4,13 @@
 #include <moving_map/AirspaceLayer.h>
 #include <moving_map/CompassLayer.h>
 #include <moving_map/Area.h>
-#include <moving_map/ContourCache.h>
 #include <moving_map/MapView.h>
 #include <moving_map/ProfileChart.h>
 #include <moving_map/RouteLayer.h>
 #include <moving_map/RouteProfile.h>
 #include <moving_map/Simulation.h>
 #include <moving_map/SymbolLayer.h>
+#include <moving_map/TerrainCache.h>
 #include <moving_map/TerrainWorker.h>
 #include <tavik/opengl/Lines.h>
 
@@ -47,7 +47,7 @@ public:
     /// The map as the last update arranged it.
     const MapView& view() const { return mView; }
 
-    const ContourCache& contours() const { return mContours; }
+    const TerrainCache& terrain() const { return mTerrain; }
 
 private:
     void arrange(const DisplaySettings& settings, int widthPixels, int heightPixels);
@@ -61,7 +61,7 @@ private:
     MapView mView;
     Scene mScene;
 
-    ContourCache mContours;
+    TerrainCache mTerrain;
     RouteProfile mProfile;
     AirspaceLayer mAirspaceLayer;
     RouteLayer mRouteLayer;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <moving_map/HeightGrid.h>
+#include <moving_map/BlockKey.h>
 #include <moving_map/LocalPlane.h>
 #include <tavik/math/Matrix4.h>
 #include <tavik/math/Vector2.h>

@@ -14,10 +14,14 @@ struct Tint
     Color color;
 };
 
-constexpr std::array<Tint, 9> Tints = {{
+constexpr double DeepestSeaMetres = -30.0;
+
+// Where two tints have the same height, colours change at once.
+constexpr std::array<Tint, 10> Tints = {{
     {-400.0, {0.30f, 0.30f, 0.62f, 1.0f}},
-    {0.0, Palette::SeaLevel},
-    {30.0, {0.20f, 0.52f, 0.34f, 1.0f}},
+    {DeepestSeaMetres, Palette::SeaLevel},
+    {CoastMetres, Palette::SeaLevel},
+    {CoastMetres, {0.20f, 0.52f, 0.34f, 1.0f}},
     {300.0, {0.36f, 0.62f, 0.30f, 1.0f}},
     {800.0, {0.66f, 0.66f, 0.30f, 1.0f}},
     {1400.0, {0.78f, 0.57f, 0.28f, 1.0f}},
@@ -31,7 +35,7 @@ constexpr std::array<Tint, 9> Tints = {{
 Color heightColor(double metres)
 {
     std::size_t above = 1;
-    while (above + 1 < Tints.size() && Tints[above].metres < metres) {
+    while (above + 1 < Tints.size() && Tints[above].metres <= metres) {
         ++above;
     }
     const Tint& low = Tints[above - 1];
@@ -40,9 +44,9 @@ Color heightColor(double metres)
     return low.color + (high.color - low.color) * static_cast<float>(part);
 }
 
-Color onBackground(Color color, float strength)
+bool isSea(double metres)
 {
-    return Palette::Background + (color - Palette::Background) * strength;
+    return metres < CoastMetres && metres > DeepestSeaMetres;
 }
 
 Color shaded(Color color, float factor)

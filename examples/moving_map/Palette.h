@@ -6,12 +6,14 @@ namespace MovingMap {
 
 using Color = Tavik::Math::Vector4<float>;
 
-/// Colour of a height: blue at sea level, then greens, ochres, browns and white.
+/// Colour of a height: blue for the sea, from the coast on greens, ochres, browns and white.
 Color heightColor(double metres);
 
-/// The colour mixed with the map's background.
-/// @param strength  part of the colour, in [0, 1]
-Color onBackground(Color color, float strength);
+/// From here up a height is land: radar heights of the sea are not quite even. The coast is drawn at this height.
+constexpr double CoastMetres = 1.0;
+
+/// Whether a height is taken for the sea, which is flat and blue. Land below sea level lies lower, or is taken for it.
+bool isSea(double metres);
 
 /// Brighter or darker: the components are multiplied, and kept within [0, 1].
 Color shaded(Color color, float factor);

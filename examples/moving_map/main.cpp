@@ -156,8 +156,8 @@ private:
             return;
         }
         mStatistics.print();
-        const ContourCache::Work& work = mDisplay.contours().work();
-        std::printf("contour blocks %zu, mean %.2f ms, worst %.2f ms\n", work.blocks,
+        const TerrainCache::Work& work = mDisplay.terrain().work();
+        std::printf("terrain blocks %zu, mean %.2f ms, worst %.2f ms\n", work.blocks,
                     1e3 * work.totalSeconds / static_cast<double>(std::max<std::size_t>(work.blocks, 1)),
                     1e3 * work.longestSeconds);
     }

@@ -21,9 +21,9 @@ double hills(double lat, double lon)
 TEST(HeightGrid, BlocksSideBySideAgreeOnTheirEdge)
 {
     for (int level = 0; level <= BlockKey::HighestLevel; ++level) {
-        const HeightGrid grid({level, 5, -3}, hills);
-        const HeightGrid east({level, 5, -2}, hills);
-        const HeightGrid north({level, 6, -3}, hills);
+        const HeightGrid grid(HeightRaster({level, 5, -3}, hills));
+        const HeightGrid east(HeightRaster({level, 5, -2}, hills));
+        const HeightGrid north(HeightRaster({level, 6, -3}, hills));
         for (std::size_t i = 0; i < HeightGrid::Nodes; ++i) {
             ASSERT_EQ(grid.at(BlockKey::Cells, i), east.at(0, i)) << "level " << level << " row " << i;
             ASSERT_EQ(grid.at(i, BlockKey::Cells), north.at(i, 0)) << "level " << level << " column " << i;
@@ -35,7 +35,7 @@ TEST(HeightGrid, NodesLieWhereTheBlockSays)
 {
     for (int level = 0; level <= BlockKey::HighestLevel; ++level) {
         const BlockKey key = {level, 2, -1};
-        const HeightGrid grid(key, [](double lat, double lon) { return 100.0 * lat + lon; });
+        const HeightGrid grid(HeightRaster(key, [](double lat, double lon) { return 100.0 * lat + lon; }));
         const double cell = key.edgeDegrees() / BlockKey::Cells;
         const double expected = 100.0 * (key.southDegrees() + 30 * cell) + key.westDegrees() + 10 * cell;
         EXPECT_NEAR(grid.at(10, 30), expected, 1e-3 * std::abs(expected)) << "level " << level;
@@ -45,7 +45,7 @@ TEST(HeightGrid, NodesLieWhereTheBlockSays)
 TEST(HeightGrid, UnknownGroundIsLeftOutOfTheMean)
 {
     // Block 0, 0 of level 3 spans half a degree; the terrain ends at 0.25 degrees of longitude, on node 37.5.
-    const HeightGrid grid({3, 0, 0}, [](double, double lon) { return lon < 0.25 ? 500.0 : Unknown; });
+    const HeightGrid grid(HeightRaster({3, 0, 0}, [](double, double lon) { return lon < 0.25 ? 500.0 : Unknown; }));
     EXPECT_EQ(grid.at(0, 0), 500.0f);
     EXPECT_EQ(grid.at(37, 40), 500.0f);
     EXPECT_TRUE(std::isnan(grid.at(40, 40)));

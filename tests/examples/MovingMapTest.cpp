@@ -123,7 +123,7 @@ TEST_F(MovingMap, WritesAPictureWhereThereIsNoDisplay)
     EXPECT_EQ(readPng(path("moving_map.png")).width, 1280u);
 }
 
-TEST_F(MovingMap, SteadyFramesMakeNoContours)
+TEST_F(MovingMap, SteadyFramesMakeNoTerrain)
 {
     // Half a second of flight is less than a pixel: the blocks of the first frame must do.
     std::vector<std::string> blocks;
@@ -131,11 +131,11 @@ TEST_F(MovingMap, SteadyFramesMakeNoContours)
         const Outcome result = run(std::string("--size 320x200 --time 600 --statistics --frames ") + frames);
         ASSERT_EQ(result.exitCode, 0) << result.errors;
         EXPECT_NE(result.output.find(std::string("frames ") + frames + ", mean"), std::string::npos) << result.output;
-        const std::size_t begin = result.output.find("contour blocks ");
+        const std::size_t begin = result.output.find("terrain blocks ");
         ASSERT_NE(begin, std::string::npos) << result.output;
         blocks.push_back(result.output.substr(begin, result.output.find(',', begin) - begin));
     }
-    EXPECT_NE(blocks[0], "contour blocks 0");
+    EXPECT_NE(blocks[0], "terrain blocks 0");
     EXPECT_EQ(blocks[0], blocks[1]);
 }
 

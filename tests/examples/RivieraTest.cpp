@@ -28,7 +28,7 @@ std::vector<Line> rivieraLines(Terrain& terrain)
         for (int column = 4 * 7; column < 4 * 8; ++column) {
             const BlockKey key = {Level, row, column};
             const double cell = key.edgeDegrees() / BlockKey::Cells;
-            const HeightGrid grid(key, [&](double lat, double lon) { return terrain.height(lat, lon); });
+            const HeightGrid grid(HeightRaster(key, [&](double lat, double lon) { return terrain.height(lat, lon); }));
             for (const ContourLine& contour : traceContours(grid, contourHeights(grid, Interval))) {
                 Line line = {contour.heightMetres, {}};
                 for (const auto& point : contour.points) {

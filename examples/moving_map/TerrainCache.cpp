@@ -1,4 +1,4 @@
-#include <moving_map/ContourCache.h>
+#include <moving_map/TerrainCache.h>
 
 #include <tavik/opengl/MatrixStack.h>
 
@@ -12,8 +12,7 @@ namespace MovingMap {
 namespace {
 
 constexpr std::size_t MostUnderWay = 4;
-constexpr std::size_t MostBlocks = 250; // about 200 kB each
-constexpr double MarginBlocks = 0.5;    // made before they come into view
+constexpr double MarginBlocks = 0.5; // made before they come into view
 
 double seconds(std::chrono::steady_clock::duration duration)
 {
@@ -22,7 +21,13 @@ double seconds(std::chrono::steady_clock::duration duration)
 
 } // namespace
 
-void ContourCache::update(const MapView& view)
+TerrainBlock::TerrainBlock(const HeightRaster& raster) : TerrainBlock(raster, HeightGrid(raster)) {}
+
+TerrainBlock::TerrainBlock(const HeightRaster& raster, const HeightGrid& grid)
+    : relief(raster, grid), contours(raster.block().level, grid)
+{}
+
+void TerrainCache::update(const MapView& view)
 {
     if (mComplete && mView == view) {
         return;
@@ -48,7 +53,7 @@ void ContourCache::update(const MapView& view)
     dropOldBlocks();
 }
 
-void ContourCache::markUsed(const std::vector<BlockKey>& keys)
+void TerrainCache::markUsed(const std::vector<BlockKey>& keys)
 {
     for (const BlockKey& key : keys) {
         const auto found = mBlocks.find(key);
@@ -58,22 +63,23 @@ void ContourCache::markUsed(const std::vector<BlockKey>& keys)
     }
 }
 
-bool ContourCache::isMade(const BlockKey& key) const
+bool TerrainCache::isMade(const BlockKey& key) const
 {
     const auto found = mBlocks.find(key);
     return found != mBlocks.end() && found->second.block != nullptr;
 }
 
-void ContourCache::request(const BlockKey& key)
+void TerrainCache::request(const BlockKey& key)
 {
     mBlocks[key].lastFrame = mFrame;
     ++mUnderWay;
     mWorker.post([this, key](Terrain& terrain) -> TerrainWorker::Delivery {
         const auto begin = std::chrono::steady_clock::now();
-        const auto block = std::make_shared<ContourBlock>(
-            key, [&terrain](double lat, double lon) { return terrain.height(lat, lon); });
+        const auto block = std::make_shared<TerrainBlock>(
+            HeightRaster(key, [&terrain](double lat, double lon) { return terrain.height(lat, lon); }));
         const double took = seconds(std::chrono::steady_clock::now() - begin);
         return [this, key, block, took] {
+            block->relief.upload(); // here, where no more than a few blocks come in one frame
             mBlocks[key].block = block;
             --mUnderWay;
             ++mWork.blocks;
@@ -83,7 +89,7 @@ void ContourCache::request(const BlockKey& key)
     });
 }
 
-void ContourCache::dropOldBlocks()
+void TerrainCache::dropOldBlocks()
 {
     while (mBlocks.size() > MostBlocks) {
         auto oldest = mBlocks.end();
@@ -100,16 +106,26 @@ void ContourCache::dropOldBlocks()
     }
 }
 
-void ContourCache::render(const MapView& view)
+void TerrainCache::render(const MapView& view)
 {
+    const auto light = lightOnMap(view.up());
+    const unsigned int ramp = mRamp.name();
     Tavik::OpenGL::MatrixPush();
+    renderEach(view, [&](TerrainBlock& block) { block.relief.render(light, ramp); });
+    renderEach(view, [](TerrainBlock& block) { block.contours.render(); });
+    Tavik::OpenGL::MatrixPop();
+}
+
+template <typename Draw>
+void TerrainCache::renderEach(const MapView& view, Draw draw)
+{
     for (const BlockKey& key : mShown) {
-        if (isMade(key)) {
+        const auto found = mBlocks.find(key);
+        if (found != mBlocks.end() && found->second.block != nullptr) {
             Tavik::OpenGL::MatrixSet(view.blockMatrix(key));
-            mBlocks[key].block->render();
+            draw(*found->second.block);
         }
     }
-    Tavik::OpenGL::MatrixPop();
 }
 
 std::vector<BlockKey> blocksInView(const MapView& view, int level, double margin)

@@ -1,4 +1,4 @@
-#include <moving_map/ContourCache.h>
+#include <moving_map/TerrainCache.h>
 
 #include <support/TemporaryDirectory.h>
 
@@ -11,10 +11,10 @@ using namespace MovingMap;
 namespace {
 
 /// Terrain without tiles: blocks are made, and empty.
-class ContourCacheTest : public testing::Test
+class TerrainCacheTest : public testing::Test
 {
 protected:
-    ContourCacheTest() : worker(directory.path()), cache(worker)
+    TerrainCacheTest() : worker(directory.path()), cache(worker)
     {
         view.setArea(1280, 600, {640.0f, 300.0f});
         view.setCentre({45.3, -31.2});
@@ -30,13 +30,13 @@ protected:
 
     Tavik::Support::TemporaryDirectory directory;
     TerrainWorker worker;
-    ContourCache cache;
+    TerrainCache cache;
     MapView view;
 };
 
 } // namespace
 
-TEST_F(ContourCacheTest, BlocksCoverTheViewNearestFirst)
+TEST_F(TerrainCacheTest, BlocksCoverTheViewNearestFirst)
 {
     for (const double up : {0.0, 37.0}) {
         view.setUp(up);
@@ -61,7 +61,7 @@ TEST_F(ContourCacheTest, BlocksCoverTheViewNearestFirst)
     }
 }
 
-TEST_F(ContourCacheTest, OldLevelStaysInViewUntilTheNewOneIsComplete)
+TEST_F(TerrainCacheTest, OldLevelStaysInViewUntilTheNewOneIsComplete)
 {
     complete();
     EXPECT_EQ(cache.shown().front().level, 2);
@@ -72,7 +72,7 @@ TEST_F(ContourCacheTest, OldLevelStaysInViewUntilTheNewOneIsComplete)
     EXPECT_EQ(cache.shown().front().level, 3);
 }
 
-TEST_F(ContourCacheTest, WorkIsDoneOnceAndOldBlocksMakeRoom)
+TEST_F(TerrainCacheTest, WorkIsDoneOnceAndOldBlocksMakeRoom)
 {
     complete();
     const std::size_t first = cache.work().blocks;
@@ -84,6 +84,7 @@ TEST_F(ContourCacheTest, WorkIsDoneOnceAndOldBlocksMakeRoom)
     for (int i = 1; i <= 10; ++i) {
         view.setCentre({45.3 - 2.0 * i, -31.2});
         complete();
+        EXPECT_LE(cache.size(), TerrainCache::MostBlocks);
     }
     const std::size_t before = cache.work().blocks;
     view.setCentre({45.3, -31.2});

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <moving_map/ContourBlock.h>
+#include <moving_map/HeightRamp.h>
 #include <moving_map/MapView.h>
+#include <moving_map/ReliefBlock.h>
 #include <moving_map/TerrainWorker.h>
 
 #include <cstddef>
@@ -11,14 +13,24 @@
 
 namespace MovingMap {
 
-/// Keeps the contours of the blocks in view and around it, and has missing ones made.
+/// Relief and contours of one block.
+struct TerrainBlock
+{
+    explicit TerrainBlock(const HeightRaster& raster);
+    TerrainBlock(const HeightRaster& raster, const HeightGrid& grid);
+
+    ReliefBlock relief;
+    ContourBlock contours;
+};
+
+/// Keeps relief and contours of the blocks in view and around it, and has missing ones made on the worker's thread.
 ///
-/// A frame whose blocks are all there does no contour work. While blocks of a new level are being made, the blocks of
+/// A frame whose blocks are all there does no such work. While blocks of a new level are being made, the blocks of
 /// the level before stay in view, so that the map never goes blank when it is zoomed.
-class ContourCache
+class TerrainCache
 {
 public:
-    explicit ContourCache(TerrainWorker& worker) : mWorker(worker) {}
+    explicit TerrainCache(TerrainWorker& worker) : mWorker(worker) {}
 
     /// Orders missing blocks, nearest to the middle of the view first, and a few at a time: what has left the view by
     /// then is never made. To be called once a frame.
@@ -30,8 +42,12 @@ public:
     /// The blocks that render draws, as far as they are there.
     const std::vector<BlockKey>& shown() const { return mShown; }
 
-    /// Draws the blocks in view.
+    /// Draws the blocks in view: the relief of all, then their contours.
     void render(const MapView& view);
+
+    /// No more blocks than this are kept, with up to 200 kB of relief and about as much of contours each.
+    static constexpr std::size_t MostBlocks = 250;
+    std::size_t size() const { return mBlocks.size(); }
 
     struct Work
     {
@@ -46,7 +62,7 @@ public:
 private:
     struct Entry
     {
-        std::shared_ptr<ContourBlock> block; // null while it is being made
+        std::shared_ptr<TerrainBlock> block; // null while it is being made
         unsigned long lastFrame = 0;         // in which it was wanted
     };
 
@@ -54,6 +70,8 @@ private:
     bool isMade(const BlockKey& key) const;
     void request(const BlockKey& key);
     void dropOldBlocks();
+    template <typename Draw>
+    void renderEach(const MapView& view, Draw draw);
 
     TerrainWorker& mWorker;
     MapView mView; // of the last update
@@ -62,6 +80,7 @@ private:
     std::size_t mUnderWay = 0;
     unsigned long mFrame = 0;
     bool mComplete = false;
+    HeightRamp mRamp;
     Work mWork;
 };
 
