@@ -9,8 +9,8 @@ missing_packages() {
     for entry in c++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config; do
         command -v "${entry%%:*}" >/dev/null || echo "${entry#*:}"
     done
-    for entry in gl:libgl-dev glew:libglew-dev glu:libglu1-mesa-dev zlib:zlib1g-dev freetype2:libfreetype-dev \
-        libpng:libpng-dev sdl2:libsdl2-dev gtest_main:libgtest-dev gmock:libgmock-dev; do
+    for entry in gl:libgl-dev glew:libglew-dev glu:libglu1-mesa-dev zlib:zlib1g-dev tinyxml:libtinyxml-dev \
+        freetype2:libfreetype-dev libpng:libpng-dev sdl2:libsdl2-dev gtest_main:libgtest-dev gmock:libgmock-dev; do
         pkg-config --exists "${entry%%:*}" 2>/dev/null || echo "${entry#*:}"
     done
     # A font for the text of examples and tests.

@@ -1,0 +1,187 @@
+#include <tavik/misc/Property.h>
+
+#include <tavik/misc/PropertyElements.h>
+#include <tavik/xml/NumberText.h>
+#include <tavik/xml/XmlElement.h>
+#include <tavik/xml/XmlFile.h>
+
+#include <tinyxml.h>
+
+#include <cstdio>
+#include <iterator>
+
+namespace Tavik::Misc {
+
+Property& Property::instance()
+{
+    static Property property;
+    return property;
+}
+
+bool Property::setConfigFile(const std::string& file)
+{
+    mConfigFile = file;
+    return readXmlFile();
+}
+
+bool Property::readXmlFile()
+{
+    return readXmlFile(mConfigFile);
+}
+
+bool Property::readXmlFile(const std::string& file)
+{
+    TiXmlDocument document;
+    if (!XML::readDocument(file, document, XML::Locations::Skip)) {
+        std::printf("Error reading XML file <%s>!\n", file.c_str());
+        return false;
+    }
+    const TiXmlElement* root = document.RootElement();
+    const TiXmlElement* child = root != nullptr ? root->FirstChildElement() : nullptr;
+    auto expected = mProperties.begin();
+    for (; child != nullptr; child = child->NextSiblingElement()) {
+        expected = readTree(expected, *child, "");
+    }
+    return true;
+}
+
+bool Property::writeXmlFile() const
+{
+    return writeXmlFile(mConfigFile);
+}
+
+bool Property::writeXmlFile(const std::string& file) const
+{
+    TiXmlDocument document;
+    PropertyElements elements(document);
+    for (const auto& [key, value] : mProperties) {
+        elements.add(key, value.text);
+    }
+    if (!XML::writeDocument(file, document)) {
+        std::printf("Error writing property file <%s>!\n", file.c_str());
+        return false;
+    }
+    return true;
+}
+
+void Property::setString(std::string_view key, std::string_view value)
+{
+    store(mProperties.end(), key, value);
+}
+
+void Property::setInt(std::string_view key, int value)
+{
+    setString(key, std::to_string(value));
+}
+
+void Property::setDouble(std::string_view key, double value)
+{
+    setString(key, XML::doubleText(value));
+}
+
+void Property::setSwitch(std::string_view key, bool value)
+{
+    setString(key, XML::boolText(value));
+}
+
+std::string Property::getString(std::string_view key, std::string_view defaultValue) const
+{
+    const Value* value = find(key);
+    return value != nullptr ? value->text : std::string(defaultValue);
+}
+
+int Property::getInt(std::string_view key, int defaultValue) const
+{
+    const Value* value = find(key);
+    return value != nullptr ? value->integer : defaultValue;
+}
+
+double Property::getDouble(std::string_view key, double defaultValue) const
+{
+    const Value* value = find(key);
+    return value != nullptr ? value->number : defaultValue;
+}
+
+bool Property::getSwitch(std::string_view key, bool defaultValue) const
+{
+    const Value* value = find(key);
+    return value != nullptr ? value->isTrue : defaultValue;
+}
+
+bool Property::readElement(const XML::XmlElement& element, const std::string& prefix)
+{
+    if (!element.valid()) {
+        return false;
+    }
+    readTree(mProperties.begin(), *element.data(), prefix);
+    return true;
+}
+
+void Property::strip(std::string& text, const std::string& characters)
+{
+    text.erase(text.find_last_not_of(characters) + 1); // npos + 1 is 0
+    text.erase(0, text.find_first_not_of(characters));
+}
+
+/// Stores an entry, without a search where it is or belongs at the expected place.
+/// @return the place of the entry
+Property::Values::iterator Property::store(Values::iterator expected, std::string_view key, std::string_view text)
+{
+    if (expected == mProperties.end() || expected->first != key) {
+        const auto found = mIndex.find(key);
+        if (found != mIndex.end()) {
+            expected = found->second;
+        } else {
+            expected = mProperties.emplace_hint(expected, key, Value());
+            mIndex.emplace(expected->first, expected);
+        }
+    }
+    Value& value = expected->second;
+    value.text = text;
+    value.integer = XML::intFromText(value.text, 10);
+    value.number = XML::doubleFromText(value.text);
+    value.isTrue = text == "TRUE" || text == "True" || text == "true";
+    return expected;
+}
+
+const Property::Value* Property::find(std::string_view key) const
+{
+    const auto found = mIndex.find(key);
+    return found != mIndex.end() ? &found->second->second : nullptr;
+}
+
+/// Without recursion, since a caller's element may nest as deep as it likes.
+/// @param expected  where the first key may be; a file lists its keys in their order, each behind the last
+/// @return the place behind the last entry stored
+Property::Values::iterator Property::readTree(Values::iterator expected, const TiXmlElement& top,
+                                              const std::string& prefix)
+{
+    std::string key = prefix; // of the groups around the element
+    std::string value;
+    std::string line;
+    const TiXmlElement* element = &top;
+    for (;;) {
+        if (isProperty(*element)) {
+            const std::size_t prefixLength = key.size();
+            readProperty(*element, key, value);
+            expected = std::next(store(expected, key, value));
+            line.assign("Property <").append(key).append("> <").append(value).append(">\n");
+            std::fwrite(line.data(), 1, line.size(), stdout);
+            key.resize(prefixLength);
+        } else if (const TiXmlElement* child = element->FirstChildElement()) {
+            key.append(element->ValueStr()).append(1, '.');
+            element = child;
+            continue;
+        }
+        while (element != &top && element->NextSiblingElement() == nullptr) {
+            element = element->Parent()->ToElement();
+            key.resize(key.size() - element->ValueStr().size() - 1);
+        }
+        if (element == &top) {
+            return expected;
+        }
+        element = element->NextSiblingElement();
+    }
+}
+
+} // namespace Tavik::Misc
