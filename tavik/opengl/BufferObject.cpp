@@ -14,6 +14,14 @@ void BufferObject::clear()
     }
 }
 
+void BufferObject::reservePixels(std::size_t size)
+{
+    bind(GL_PIXEL_UNPACK_BUFFER);
+    if (isOpenGlLoaded()) {
+        glBufferData(GL_PIXEL_UNPACK_BUFFER, static_cast<GLsizeiptr>(size), nullptr, GL_STREAM_DRAW);
+    }
+}
+
 void BufferObject::bind(unsigned int target)
 {
     if (!isOpenGlLoaded()) {

@@ -46,6 +46,10 @@ public:
         store(IndexTarget, data, size);
     }
 
+    /// Creates the buffer with room for pixels that change often, and leaves it bound as pixel unpack buffer.
+    /// @param size  bytes
+    void reservePixels(std::size_t size);
+
     /// Deletes the buffer; the next upload starts afresh.
     void clear();
 

@@ -1,5 +1,6 @@
 #include <tavik/opengl/TextureDrawing.h>
 
+#include <tavik/opengl/FillDrawing.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/MatrixStack.h>
 #include <tavik/opengl/VertexArray.h>
@@ -38,8 +39,7 @@ void beginTextures(std::uint32_t program, Math::Vector4<float> color)
     GlHandler& gl = GlHandler::instance();
     gl.activateShader(program);
     gl.setFloatVar("color", color.x, color.y, color.z, color.w);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glEnable(GL_BLEND);
+    enableBlending();
 }
 
 void endTextures()

@@ -1,24 +1,9 @@
 #include <tavik/opengl/TexturedVertices.h>
 
 #include <tavik/opengl/AttributeLocations.h>
+#include <tavik/opengl/AttributeUpload.h>
 
 namespace Tavik::OpenGL {
-
-namespace {
-
-// Drivers may read all attributes that are on, so one without values is off.
-template <typename Value>
-void uploadAttribute(BufferObject& buffer, const std::vector<Value>& values, unsigned int location, int components)
-{
-    if (values.empty()) {
-        VertexArray::disableAttribute(location);
-        return;
-    }
-    buffer.uploadVertices(values.data(), values.size() * sizeof(Value));
-    VertexArray::setFloatAttribute(location, components);
-}
-
-} // namespace
 
 void TexturedVertices::setQuad(unsigned int width, unsigned int height)
 {
@@ -41,8 +26,8 @@ void TexturedVertices::clear()
 void TexturedVertices::upload()
 {
     mVertexArray.bind();
-    uploadAttribute(mPositionBuffer, mPositions, VertexLocation, 3);
-    uploadAttribute(mCoordinateBuffer, mCoordinates, TextureCoordinateLocation, 2);
+    uploadAttribute(mPositionBuffer, mPositions, size(), VertexLocation, 3);
+    uploadAttribute(mCoordinateBuffer, mCoordinates, size(), TextureCoordinateLocation, 2);
     mIsDirty = false;
 }
 

@@ -38,6 +38,9 @@ public:
     /// Whether the GPU lacks something of what there is.
     bool isDirty() const { return mIsDirty || mVertexArray.name() == 0; }
 
+    /// Has everything uploaded again, for what goes along with the vertices, such as indices.
+    void setDirty() { mIsDirty = true; }
+
     /// Uploads all vertices, creating what does not exist yet. The vertex array stays bound.
     void upload();
 

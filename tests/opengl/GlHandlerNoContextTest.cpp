@@ -7,9 +7,11 @@
 #include <tavik/opengl/MatrixStack.h>
 #include <tavik/opengl/Polygon.h>
 #include <tavik/opengl/Shader.h>
+#include <tavik/opengl/Texture.h>
 #include <tavik/opengl/TextureTerrain.h>
 #include <tavik/opengl/TriangleStrip.h>
 #include <tavik/opengl/VectorFont.h>
+#include <tavik/opengl/Video.h>
 
 #include <gtest/gtest.h>
 
@@ -92,5 +94,15 @@ TEST(GlHandlerNoContext, EverythingIsWithoutEffectAndAlive)
     font.setData();
     font.renderFont("A", 10.0, VectorFont::TopLeft);
     font.clear();
+    const unsigned char pixel[4] = {};
+    Texture texture;
+    EXPECT_FALSE(texture.load(pixel, 1, 1, 0x1908));
+    texture.addVertex(Tavik::Math::Vector3<float>(), {0.0f, 0.0f});
+    texture.setData();
+    texture.render();
+    Video video;
+    video.init(1, 1);
+    video.putFrame(pixel);
+    video.render();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
