@@ -158,7 +158,7 @@ TEST(PngReader, PicturesInColorArePixelExact)
         for (int i = 0; i < Width * Height; ++i) {
             Pixel expected = c.expected(i % Width, i / Width);
             expected[3] = c.hasAlpha ? expected[3] : 255;
-            const unsigned char* data = &image.data[i * 4];
+            const unsigned char* data = &image.data[std::ptrdiff_t{4} * i];
             EXPECT_EQ((Pixel{data[0], data[1], data[2], data[3]}), expected) << c.name << " pixel " << i;
         }
         std::free(image.data);

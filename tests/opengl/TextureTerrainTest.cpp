@@ -16,6 +16,7 @@ using Tavik::Math::Vector4;
 
 namespace {
 
+constexpr std::size_t ChannelCount = 4;
 constexpr int Columns = 7; // odd: rows without padding
 constexpr int Rows = 6;
 constexpr int RampSize = 8;
@@ -28,13 +29,13 @@ using Color = std::array<double, 4>;
 struct Settings
 {
     const char* name;
-    bool shading = true;
     double factor = 0.5;
     double contrast = 1.0;
     double brightness = 1.0;
     double osm = 0.0;
     Vector3<float> light = {1.0f, -1.0f, -1.0f};
     Vector4<float> color = {1.0f, 1.0f, 1.0f, 1.0f};
+    bool shading = true;
 };
 
 // The same random textures for all: as the drawable gets them, and as numbers from 0 to 1.
@@ -61,7 +62,7 @@ struct Scene
 
     Color expected(const Settings& s, int column, int row) const
     {
-        const auto texel = static_cast<std::size_t>(row * Columns + column);
+        const auto texel = static_cast<std::size_t>(row) * Columns + static_cast<std::size_t>(column);
         double light = 1.0;
         if (s.shading) {
             const double n[] = {normalPart(texel, 0), normalPart(texel, 1), normalPart(texel, 2)};
@@ -225,7 +226,7 @@ TEST_F(TextureTerrainTest, SlopesAreLitFromTheNorthWest)
 TEST_F(TextureTerrainTest, WhatIsMissingOrWrongDrawsNothingAndLeavesWhatIsThere)
 {
     const int before = objectCount();
-    const Bytes pixels(Columns * Rows * 4, 255);
+    const Bytes pixels(ChannelCount * Columns * Rows, 255);
     TextureTerrain terrain;
     addRectangle(terrain, 0.0f, 0.0f, 10.0f, 10.0f);
     const auto lit = [&] { return litPixels(picture([&] { terrain.render(); })); };

@@ -92,7 +92,7 @@ TEST_F(TextureTest, PicturesOfAnySizeStandUprightRoundTheOrigin)
 TEST_F(TextureTest, MipMapsAverageWhereWithoutThemPixelsAreSkipped)
 {
     constexpr unsigned int Pixels = 64;
-    Bytes stripes(Pixels * Pixels * 4, 255);
+    Bytes stripes(std::size_t{Pixels} * Pixels * 4, 255);
     for (std::size_t i = 0; i < stripes.size(); i += 8) {
         std::memset(&stripes[i], 0, 3);
     }
@@ -141,7 +141,7 @@ TEST_F(TextureTest, WrapModeSaysWhatLiesBeyondThePicture)
 TEST_F(TextureTest, StripsAreApartAndCutToTheirCoordinates)
 {
     const int before = objectCount();
-    const Bytes white(4 * 4 * 4, 255);
+    const Bytes white(64, 255);
     Texture texture;
     const std::vector<Vector2<float>> uv = {{0, 1}, {0, 0}, {1, 1}, {1, 0}};
     const std::vector<Vector3<float>> square = {{10, 10, 0}, {10, 20, 0}, {20, 10, 0}, {20, 20, 0}, {100, 100, 0}};
@@ -166,9 +166,9 @@ TEST_F(TextureTest, StripsAreApartAndCutToTheirCoordinates)
 
     texture.setColor({1.0f, 0.0f, 0.5f, 0.5f});
     const Picture::Pixel pixel = at(picture([&] { texture.render(); }), 15, 15);
-    EXPECT_NEAR(pixel[0], (255 + Background[0]) / 2, 1);
-    EXPECT_NEAR(pixel[1], Background[1] / 2, 1);
-    EXPECT_NEAR(pixel[2], (127 + Background[2]) / 2, 1);
+    EXPECT_NEAR(pixel[0], (255 + Background[0]) / 2.0, 1.0);
+    EXPECT_NEAR(pixel[1], Background[1] / 2.0, 1.0);
+    EXPECT_NEAR(pixel[2], (127 + Background[2]) / 2.0, 1.0);
     texture.clear();
     EXPECT_EQ(objectCount(), before);
     texture.addTexture(square, uv);
