@@ -12,8 +12,13 @@ namespace {
 
 const RijndaelKernel& chooseKernel()
 {
-    const RijndaelKernel* instructions = Tavik::Crypto::instructionRijndaelKernel();
-    return instructions != nullptr ? *instructions : Tavik::Crypto::tableRijndaelKernel();
+    if (const RijndaelKernel* pairwise = Tavik::Crypto::pairwiseRijndaelKernel()) {
+        return *pairwise;
+    }
+    if (const RijndaelKernel* instructions = Tavik::Crypto::instructionRijndaelKernel()) {
+        return *instructions;
+    }
+    return Tavik::Crypto::tableRijndaelKernel();
 }
 
 bool isLength(int bits)

@@ -24,9 +24,9 @@ struct RijndaelKernel;
 /// one call, and equal messages under one key give equal ciphertexts. ECB shows which blocks of a message are equal.
 /// Nothing here notices a forged message.
 ///
-/// On x86-64 processors with the AES instructions the time taken depends on neither key nor data, for all block
-/// lengths. Elsewhere tables are used: the time then depends on which of their entries are in the cache, and somebody
-/// who can measure it on the same machine may learn the key.
+/// On x86-64 processors with the AES instructions (used on two blocks at a time where VAES is there too) the time taken
+/// depends on neither key nor data, for all block lengths. Elsewhere tables are used: the time then depends on which of
+/// their entries are in the cache, and somebody who can measure it on the same machine may learn the key.
 ///
 /// Keys are wiped from memory when they are replaced and when the object is destroyed.
 ///

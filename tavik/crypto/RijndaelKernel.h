@@ -36,8 +36,10 @@ struct RijndaelKernel
 /// By tables, on every processor.
 const RijndaelKernel& tableRijndaelKernel();
 
-/// By the AES instructions; null where the processor lacks them.
+/// By the AES instructions, on one block in a register (AES-NI) or two (VAES with AVX2).
+/// @return null where the processor lacks them
 const RijndaelKernel* instructionRijndaelKernel();
+const RijndaelKernel* pairwiseRijndaelKernel();
 
 /// How many columns to the right the byte comes from that ShiftRows puts into a row.
 constexpr std::size_t rowShift(std::size_t blockWords, std::size_t row)

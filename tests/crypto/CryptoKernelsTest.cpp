@@ -32,7 +32,7 @@ protected:
     {
         mKernel = GetParam()();
         if (mKernel == nullptr) {
-            GTEST_SKIP() << "this processor has no AES instructions";
+            GTEST_SKIP() << "this processor lacks the instructions";
         }
     }
 
@@ -169,6 +169,7 @@ TEST_P(RijndaelPath, AgreesWithTablesBlockByBlock)
 
 INSTANTIATE_TEST_SUITE_P(Tables, RijndaelPath, testing::Values(Finder([] { return &tableRijndaelKernel(); })));
 INSTANTIATE_TEST_SUITE_P(Instructions, RijndaelPath, testing::Values(instructionRijndaelKernel));
+INSTANTIATE_TEST_SUITE_P(Pairs, RijndaelPath, testing::Values(pairwiseRijndaelKernel));
 
 TEST(Crc32Kernels, Slicing)
 {
