@@ -61,4 +61,15 @@ std::vector<Position> arcPoints(Position centre, double radiusMetres, bool clock
 /// Points of a whole circle, each once, 2 degrees apart, clockwise from north.
 std::vector<Position> circlePoints(Position centre, double radiusMetres);
 
+/// A place well inside an outline.
+struct InteriorPoint
+{
+    Position position;
+    double clearanceMetres = 0.0; ///< to the outline
+};
+
+/// Places inside an outline where a label can stand, the roomiest first; at most 25, spread over the area. There may be
+/// none in an outline that is very narrow.
+std::vector<InteriorPoint> interiorPoints(const std::vector<Position>& outline);
+
 } // namespace MovingMap

@@ -4,6 +4,8 @@
 #include <moving_map/Symbols.h>
 #include <tavik/opengl/MatrixStack.h>
 
+#include <array>
+
 namespace MovingMap {
 
 namespace {
@@ -19,6 +21,42 @@ constexpr float CasingPixels = 3.0f; // wider than the line that it stands under
 constexpr float LineWidth = 2.0f;
 
 constexpr std::uint16_t Dashes = 0xFFFF; // 16 pixels drawn, 16 left out
+
+constexpr int NumberSize = 15;
+constexpr float NumberWidth = 20.0f;
+constexpr float NumberDistance = 13.0f; // from the ticks to its middle
+constexpr float SmallestRadius = 90.0f; // with a number each 30 degrees
+
+struct Number
+{
+    int bearing;
+    const char* text;
+};
+
+// Tens of degrees, as on a compass card.
+constexpr std::array<Number, 12> Numbers = {{{0, "N"},
+                                             {30, "3"},
+                                             {60, "6"},
+                                             {90, "E"},
+                                             {120, "12"},
+                                             {150, "15"},
+                                             {180, "S"},
+                                             {210, "21"},
+                                             {240, "24"},
+                                             {270, "W"},
+                                             {300, "30"},
+                                             {330, "33"}}};
+
+bool hasRoom(const Scene& scene, const Number& number)
+{
+    return CompassLayer::radius(scene) >= SmallestRadius || number.bearing % 90 == 0;
+}
+
+Pixel placeOf(const Scene& scene, const Number& number)
+{
+    const Pixel aircraft = scene.view.toPixel(scene.aircraft.position);
+    return aircraft + scene.view.direction(number.bearing) * (CompassLayer::radius(scene) - LongTick - NumberDistance);
+}
 
 } // namespace
 
@@ -56,6 +94,32 @@ void CompassLayer::render(const Scene& scene)
     mLubber.setColor(Palette::Aircraft);
     mLubber.render();
     Tavik::OpenGL::MatrixPop();
+
+    if (mView != scene.view || !(mAircraft == scene.aircraft.position)) {
+        writeNumbers(scene);
+        mView = scene.view;
+        mAircraft = scene.aircraft.position;
+    }
+    mNumbers.render();
+}
+
+void CompassLayer::writeNumbers(const Scene& scene)
+{
+    mNumbers.clear();
+    for (const Number& number : Numbers) {
+        if (hasRoom(scene, number)) {
+            mNumbers.add(number.text, placeOf(scene, number), NumberSize, TextAlign::Centre);
+        }
+    }
+}
+
+void CompassLayer::addNumbers(const Scene& scene, std::vector<Box>& boxes)
+{
+    for (const Number& number : Numbers) {
+        if (hasRoom(scene, number)) {
+            boxes.push_back(Box::about(placeOf(scene, number), {NumberWidth, NumberSize}));
+        }
+    }
 }
 
 /// With north up, about the origin.

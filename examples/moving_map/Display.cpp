@@ -22,7 +22,7 @@ constexpr std::size_t DeliveriesPerFrame = 2;
 
 Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
     : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mTerrain(worker), mProfile(path, worker),
-      mAirspaceLayer(route)
+      mAirspaceLayer(route), mLabels(route, path)
 {}
 
 void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels)
@@ -33,6 +33,7 @@ void Display::update(const DisplaySettings& settings, const Simulation& simulati
     mScene.speedMetresPerSecond = simulation.speedMetresPerSecond();
     mScene.rangeMetres = settings.rangeMiles * MetresPerNauticalMile;
     arrange(settings, widthPixels, heightPixels);
+    placeLabels();
 
     mWorker.deliver(DeliveriesPerFrame);
     mTerrain.update(mView);
@@ -60,6 +61,17 @@ void Display::arrange(const DisplaySettings& settings, int widthPixels, int heig
     mView.setUp(settings.trackUp ? mScene.aircraft.trackDegrees : 0.0);
 }
 
+void Display::placeLabels()
+{
+    mCovered.clear();
+    CompassLayer::addNumbers(mScene, mCovered);
+    mDataBlock.update(mScene);
+    if (mDataBlock.box()) {
+        mCovered.push_back(*mDataBlock.box());
+    }
+    mLabels.update(mScene, mCovered);
+}
+
 void Display::completeTerrain()
 {
     while (!mTerrain.isComplete() || !mProfile.isComplete()) {
@@ -79,6 +91,8 @@ void Display::render()
     mSymbolLayer.render(mScene);
     mCompassLayer.render(mScene);
     mAircraftLayer.render(mScene);
+    mLabels.render();
+    mDataBlock.render();
     mProfileChart.render(mScene, mProfile, mProfileArea);
     mWindow.activate();
     mFrame.render();

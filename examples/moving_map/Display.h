@@ -2,8 +2,10 @@
 
 #include <moving_map/AircraftLayer.h>
 #include <moving_map/AirspaceLayer.h>
-#include <moving_map/CompassLayer.h>
 #include <moving_map/Area.h>
+#include <moving_map/CompassLayer.h>
+#include <moving_map/DataBlock.h>
+#include <moving_map/MapLabels.h>
 #include <moving_map/MapView.h>
 #include <moving_map/ProfileChart.h>
 #include <moving_map/RouteLayer.h>
@@ -15,6 +17,7 @@
 #include <tavik/opengl/Lines.h>
 
 #include <optional>
+#include <vector>
 
 namespace MovingMap {
 
@@ -51,6 +54,7 @@ public:
 
 private:
     void arrange(const DisplaySettings& settings, int widthPixels, int heightPixels);
+    void placeLabels();
     void buildFrame();
 
     TerrainWorker& mWorker;
@@ -68,6 +72,9 @@ private:
     SymbolLayer mSymbolLayer;
     CompassLayer mCompassLayer;
     AircraftLayer mAircraftLayer;
+    DataBlock mDataBlock;
+    MapLabels mLabels;
+    std::vector<Box> mCovered; // where labels of the map may not stand
     ProfileChart mProfileChart;
     Tavik::OpenGL::Lines mFrame;
 };

@@ -140,8 +140,7 @@ private:
 
 bool CameraPose::operator==(const CameraPose& other) const
 {
-    return position.latDegrees == other.position.latDegrees && position.lonDegrees == other.position.lonDegrees &&
-           altitudeMetres == other.altitudeMetres && trackDegrees == other.trackDegrees;
+    return position == other.position && altitudeMetres == other.altitudeMetres && trackDegrees == other.trackDegrees;
 }
 
 CameraPicture drawForwardView(const CameraPose& pose, const HeightSource& source, int widthPixels, int heightPixels)

@@ -103,7 +103,7 @@ bool LabelPlacement::crossesLine(const Box& box) const
 void setPlacesAround(PlacedLabel& label, Box::Pixel point, float clearance)
 {
     // In which direction, as parts of the label's size; the corners stand nearer, since a corner is farther off.
-    constexpr float Diagonal = 0.7f;
+    constexpr float Diagonal = 0.85f;
     constexpr std::array<Box::Pixel, 8> Sides = {{{Diagonal, Diagonal},
                                                   {Diagonal, -Diagonal},
                                                   {-Diagonal, Diagonal},

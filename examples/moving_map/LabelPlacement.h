@@ -32,6 +32,11 @@ struct Box
 
     /// Whether a straight line has a point in the box.
     bool touches(Pixel from, Pixel to) const;
+
+    bool operator==(const Box& b) const
+    {
+        return low.x == b.low.x && low.y == b.low.y && high.x == b.high.x && high.y == b.high.y;
+    }
 };
 
 /// Where a label may stand.

@@ -9,6 +9,11 @@ struct Position
 {
     double latDegrees = 0.0;
     double lonDegrees = 0.0;
+
+    bool operator==(const Position& other) const
+    {
+        return latDegrees == other.latDegrees && lonDegrees == other.lonDegrees;
+    }
 };
 
 /// The plane about one position in which turns and arcs are circles: x east and y north, in metres.

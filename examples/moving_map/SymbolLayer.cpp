@@ -67,7 +67,7 @@ void SymbolLayer::build(const Scene& scene)
     for (VectorFont& symbols : mSymbols) {
         symbols.clearVertex();
     }
-    mVisible = scene.view.bounds(SymbolRadius);
+    mVisible = scene.view.bounds(2.0f * SymbolRadius);
     for (const Station& station : scene.route.stations) {
         add(station.kind == FixKind::Obstacle ? Obstacles : Stations, scene, station.position,
             symbolOf(station.kind, false));

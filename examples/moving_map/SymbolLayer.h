@@ -17,7 +17,7 @@ public:
     void render(const Scene& scene);
 
     /// Half the edge of a square about a symbol, pixels.
-    static constexpr float SymbolRadius = 13.0f;
+    static constexpr float SymbolRadius = 11.0f;
 
 private:
     enum Look

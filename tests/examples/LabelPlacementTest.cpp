@@ -124,8 +124,8 @@ TEST(LabelPlacement, LinesAreAvoidedWhereThereIsABetterPlace)
     EXPECT_EQ(placeWith({{point, point + Pixel(120.0f, 400.0f)}}), 0u); // steep, it passes beside the label
     EXPECT_EQ(placeWith({{{0.0f, 216.0f}, {640.0f, 216.0f}}}), 1u);     // an end within the box on neither side
     EXPECT_EQ(placeWith({{{340.0f, 0.0f}, {340.0f, 400.0f}}}), 2u);
-    EXPECT_EQ(placeWith({{{0.0f, 210.0f}, {640.0f, 210.0f}},
-                         {{0.0f, 190.0f}, {640.0f, 190.0f}},
+    EXPECT_EQ(placeWith({{{0.0f, 211.0f}, {640.0f, 211.0f}},
+                         {{0.0f, 189.0f}, {640.0f, 189.0f}},
                          {{0.0f, 200.0f}, {640.0f, 200.0f}}}),
               6u); // above all of them
 }

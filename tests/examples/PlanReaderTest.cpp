@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 using namespace MovingMap;
@@ -95,6 +96,34 @@ TEST(PlanReader, ReadsAirspacesAndKinds)
     EXPECT_NEAR(planeCourse({45.0, -31.0}, hot.outline[2]), 18.0, 1e-6);
     EXPECT_NEAR(planeCourse({45.0, -31.0}, hot.outline.back()), 340.0, 1e-6);
     EXPECT_EQ(plan.airspaces[2].outline.size(), 3u);
+}
+
+TEST(Airspace, InteriorPointsLieInside)
+{
+    // An L whose arms are 10 miles wide and 30 long: its middle, in the corner between the arms, is outside.
+    const double mile = 1.0 / 60.0;
+    const std::vector<Position> corner = {
+        {0, 0}, {30 * mile, 0}, {30 * mile, 10 * mile}, {10 * mile, 10 * mile}, {10 * mile, 30 * mile}, {0, 30 * mile}};
+    for (const double sign : {1.0, -1.0}) { // both ways round, in two quarters of the earth
+        std::vector<Position> outline;
+        for (const Position& position : corner) {
+            outline.push_back({position.latDegrees * sign, position.lonDegrees});
+        }
+        const std::vector<InteriorPoint> points = interiorPoints(outline);
+        EXPECT_GE(points.size(), 20u);
+        for (const InteriorPoint& point : points) {
+            const double north = point.position.latDegrees * sign / mile;
+            const double east = point.position.lonDegrees / mile;
+            EXPECT_TRUE(north > 0.0 && east > 0.0 && (north < 10.0 || east < 10.0)) << north << " " << east;
+            const double toEdges = std::min({north, east,
+                                             north < 10.0 && east > 10.0   ? 10.0 - north
+                                             : east < 10.0 && north > 10.0 ? 10.0 - east
+                                                                           : 1e9});
+            EXPECT_LT(point.clearanceMetres, toEdges * 1857.0) << north << " " << east;
+        }
+        EXPECT_GT(points.front().clearanceMetres, 4.5 * 1852.0);
+    }
+    EXPECT_TRUE(interiorPoints({{1, 1}, {1, 1}, {1, 1}}).empty());
 }
 
 TEST(PlanReader, NamesSourceLineAndFault)

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <moving_map/LabelPlacement.h>
+#include <moving_map/Scene.h>
+#include <moving_map/Text.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace MovingMap {
+
+/// Names on the map: fixes, stations, airspaces with their class and limits, and the ranges of the rings.
+///
+/// They are placed anew only when something has moved. The active fix comes first, then the other fixes, stations,
+/// ranges and airspaces.
+class MapLabels
+{
+public:
+    MapLabels(const Route& route, const RoutePath& path);
+
+    MapLabels(const MapLabels&) = delete;
+    MapLabels& operator=(const MapLabels&) = delete;
+
+    /// @param covered  what else the map shows that no label may cover, in pixels of the map
+    void update(const Scene& scene, const std::vector<Box>& covered);
+
+    void render();
+
+private:
+    /// What one label says, and of what.
+    struct Entry
+    {
+        std::vector<std::string> lines;
+        int textSize;
+        TextBatch* batch;
+        Position position;                 // of a fix or station
+        std::vector<InteriorPoint> points; // of an airspace
+        double acrossMetres = 0.0;         // of an airspace, its smaller extent
+        double ringPart = 0.0;             // of a ring, its radius as a part of the range
+    };
+
+    /// What the labels depend on.
+    struct State
+    {
+        MapView view;
+        Position aircraft;
+        std::size_t leg;
+        double rangeMetres;
+        std::vector<Box> covered;
+    };
+
+    void add(Entry entry, int priority);
+    void addAirspace(const Airspace& airspace);
+    bool isUpToDate(const Scene& scene, const std::vector<Box>& covered) const;
+    void addObstacles(const Scene& scene, const std::vector<Box>& covered);
+    void setPlaces(const Scene& scene, const Entry& entry, PlacedLabel& label) const;
+    static void setPlacesOnRing(const Scene& scene, const Entry& entry, PlacedLabel& label);
+    static void setPlacesInside(const Scene& scene, const Entry& entry, PlacedLabel& label);
+    void fillBatches(const std::string& activeName);
+    void measure(std::size_t index);
+
+    TextBatch mFixText;
+    TextBatch mActiveText;
+    TextBatch mStationText;
+    TextBatch mObstacleText;
+    TextBatch mRangeText;
+    std::vector<TextBatch> mAirspaceTexts; // by class
+
+    std::vector<Entry> mEntries;
+    std::vector<PlacedLabel> mLabels; // of the entries
+    LabelPlacement mPlacement;
+    std::optional<State> mState; // for which the labels were placed
+};
+
+} // namespace MovingMap
