@@ -35,12 +35,6 @@ void Circle::setCircle(double radius, unsigned int segments)
     }
 }
 
-void Circle::setData()
-{
-    mVertices.upload();
-    mVertices.setUploaded();
-}
-
 void Circle::render()
 {
     GlHandler::clearError();

@@ -56,7 +56,7 @@ public:
     void init() { mVertices.upload(); }
 
     /// Uploads the vertices; done by render() after changes.
-    void setData();
+    void setData() { mVertices.upload(); }
 
     /// Draws, if there is a circle.
     void render();

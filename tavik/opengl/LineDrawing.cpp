@@ -1,6 +1,7 @@
 #include <tavik/opengl/LineDrawing.h>
 
 #include <tavik/opengl/GlHandler.h>
+#include <tavik/opengl/LineBuffers.h>
 #include <tavik/opengl/MatrixStack.h>
 #include <tavik/opengl/VertexArray.h>
 
@@ -48,6 +49,17 @@ void drawStrips(unsigned int mode, std::uint32_t separator, int count, std::size
     MatrixActivate();
     glDrawElements(mode, count < 0 ? all : std::min(count, all), GL_UNSIGNED_INT, nullptr);
     glDisable(GL_PRIMITIVE_RESTART);
+}
+
+void drawLines(const LineKind& kind, std::uint32_t program, const LineStyle& style, bool oneColor, LineBuffers& buffers,
+               int count, std::size_t available)
+{
+    GlHandler::checkError(kind.name, kind.where); // setting uniforms would drop the errors of the upload
+    beginLines(program, style, oneColor);
+    buffers.bind();
+    drawStrips(kind.mode, kind.separator, count, available);
+    GlHandler::checkError(kind.name, kind.where);
+    endLines();
 }
 
 } // namespace Tavik::OpenGL

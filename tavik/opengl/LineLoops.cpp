@@ -12,7 +12,8 @@ namespace Tavik::OpenGL {
 
 namespace {
 
-constexpr const char* Where = "void Tavik::OpenGL::LineLoops::render(double)";
+constexpr LineKind Kind = {"LineLoops", "void Tavik::OpenGL::LineLoops::render(double)", GL_LINE_STRIP_ADJACENCY,
+                           LineLoops::LoopSeparator};
 constexpr double ScaleTolerance = 0.001;
 
 } // namespace
@@ -78,12 +79,7 @@ void LineLoops::render(double scale)
             calcPositions();
         }
     }
-    GlHandler::checkError("LineLoops", Where); // setting uniforms would drop the errors of the upload
-    beginLines(PolylineProgram, mStyle, true);
-    mBuffers.bind();
-    drawStrips(GL_LINE_STRIP_ADJACENCY, LoopSeparator, -1, mGeometry.indices().size());
-    GlHandler::checkError("LineLoops", Where);
-    endLines();
+    drawLines(Kind, PolylineProgram, mStyle, true, mBuffers, -1, mGeometry.indices().size());
 }
 
 template <typename Point>

@@ -20,21 +20,8 @@ namespace Tavik::OpenGL {
 ///     sectors.addLineLoop(boundary);    // any number of loops; the last point is joined to the first
 ///     sectors.render(metresPerPixel);   // each frame
 ///
-/// Coordinates are in the space of the matrix stack, which leads to clip space without perspective; the widths and
-/// lengths that follow are pixels of GlHandler::setViewPort(). Vertices live on the CPU and may be added before there
-/// is a context; the next render() after a change uploads them all. To change the lines, clearVertex() and add them
-/// anew: memory is kept, and vertices added after a render() draw the loop before them with doubled points.
-///
-/// The stipple runs along the vertices in the order they were added, through all loops as if they were joined; it is
-/// measured when the vertices are uploaded and when the scale changes, with the matrix of that moment.
-///
-/// Drawing blends with source alpha over what is there, or, without anti-aliasing, does not blend at all. Afterwards
-/// the blend state stays so, primitive restart and line smoothing are off, and no program and no vertex array is
-/// bound. OpenGL errors of the drawing and of an upload before it are
-/// printed.
-///
-/// The object owns its OpenGL objects: destroy it while its context is current, or when there is none. After a move the
-/// source may only be assigned to or destroyed. Rendering thread only.
+/// What is not told below is told in LineStrips.h: coordinates, uploads, blending and state, ownership, thread. The
+/// stipple is measured anew also when the scale of the drawing changes.
 class TAVIK_API LineLoops
 {
 public:
@@ -55,34 +42,18 @@ public:
     void addLineLoop(const std::vector<Math::Vector3<float>>& points);
     void addLineLoop(const std::vector<Math::Vector4<float>>& points);
 
-    /// Removes all vertices and indices.
+    /// As in LineStrips, all of them.
     void clearVertex();
-
-    /// Deletes the OpenGL objects; the next render() creates them again.
     void clear() { mBuffers.clear(); }
-
-    /// Replaces the vertices by the four corners (0, 0), (0, height), (width, 0), (width, height), but not the indices:
-    /// which corners are joined is the caller's to say, by vertices added before. Indices beyond them draw
-    /// nothing, now and when there are more vertices again.
     void setRect(unsigned int width, unsigned int height) { mGeometry.setRect(width, height); }
-
-    /// Width of the band, pixels.
     void setLineWidth(float width) { mStyle.width = width; }
-
-    /// @param pattern  bits 0 to 15 for the first 16 of each 32 pixels of length, lowest first; the other 16 pixels
-    ///                 stay empty. 0 draws solid.
     void setStipple(unsigned short pattern) { mStyle.stipple = pattern; }
-
-    /// Soft edges; without them translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
-
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }
-
-    /// Creates the OpenGL objects and uploads what there is; done by render().
     void init();
 
-    /// Prepares and uploads the vertices, see above; done by render() after changes. Each call doubles the ends of the
-    /// loops once more.
+    /// Closes the one loop, and prepares and uploads the vertices; done by render() after changes. Each call doubles
+    /// the ends of the loops once more.
     void setData();
 
     /// Measures the stipple anew with the current matrix and view port.

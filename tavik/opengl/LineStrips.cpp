@@ -10,7 +10,8 @@ namespace Tavik::OpenGL {
 
 namespace {
 
-constexpr const char* Where = "void Tavik::OpenGL::LineStrips::render(int)";
+constexpr LineKind Kind = {"LineStrips", "void Tavik::OpenGL::LineStrips::render(int)", GL_LINE_STRIP_ADJACENCY,
+                           LineStrips::StripSeparator};
 
 } // namespace
 
@@ -44,13 +45,9 @@ void LineStrips::render(int count)
     } else if (!mBuffers.exist()) {
         init();
     }
-    GlHandler::checkError("LineStrips", Where); // setting uniforms would drop the errors of the upload
     const bool oneColor = !mUseMultiColor || !mGeometry.hasColors();
-    beginLines(oneColor ? PolylineProgram : PolylineColorProgram, mStyle, oneColor);
-    mBuffers.bind();
-    drawStrips(GL_LINE_STRIP_ADJACENCY, StripSeparator, count, mGeometry.indices().size());
-    GlHandler::checkError("LineStrips", Where);
-    endLines();
+    drawLines(Kind, oneColor ? PolylineProgram : PolylineColorProgram, mStyle, oneColor, mBuffers, count,
+              mGeometry.indices().size());
 }
 
 } // namespace Tavik::OpenGL

@@ -30,8 +30,7 @@ namespace Tavik::OpenGL {
 ///
 /// Drawing blends with source alpha over what is there, or, without anti-aliasing, does not blend at all. Afterwards
 /// the blend state stays so, primitive restart and line smoothing are off, and no program and no vertex array is
-/// bound. OpenGL errors of the drawing and of an upload before it are
-/// printed.
+/// bound. OpenGL errors of the drawing and of an upload before it are printed.
 ///
 /// The object owns its OpenGL objects: destroy it while its context is current, or when there is none. After a move the
 /// source may only be assigned to or destroyed. Rendering thread only.
@@ -83,7 +82,8 @@ public:
     ///                 stay empty. 0 draws solid.
     void setStipple(unsigned short pattern) { mStyle.stipple = pattern; }
 
-    /// Soft edges; without them translucent colours are drawn opaque.
+    /// Soft edges, 0.3 of the width on each side: a line of width 1 along whole pixels all but vanishes, so give it 2
+    /// or more. Without soft edges, translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
 
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }

@@ -10,7 +10,8 @@ namespace Tavik::OpenGL {
 
 namespace {
 
-constexpr const char* Where = "void Tavik::OpenGL::LineStripsSimple::render(int)";
+constexpr LineKind Kind = {"LineStripsSimple", "void Tavik::OpenGL::LineStripsSimple::render(int)", GL_LINE_STRIP,
+                           LineStripsSimple::StripSeparator};
 
 } // namespace
 
@@ -37,13 +38,9 @@ void LineStripsSimple::render(int count)
     } else if (!mBuffers.exist()) {
         init();
     }
-    GlHandler::checkError("LineStripsSimple", Where); // setting uniforms would drop the errors of the upload
     const bool oneColor = !mUseMultiColor || !mGeometry.hasColors();
-    beginLines(oneColor ? OneColorProgram : VertexColorProgram, mStyle, oneColor);
-    mBuffers.bind();
-    drawStrips(GL_LINE_STRIP, StripSeparator, count, mGeometry.indices().size());
-    GlHandler::checkError("LineStripsSimple", Where);
-    endLines();
+    drawLines(Kind, oneColor ? OneColorProgram : VertexColorProgram, mStyle, oneColor, mBuffers, count,
+              mGeometry.indices().size());
 }
 
 } // namespace Tavik::OpenGL

@@ -15,12 +15,6 @@ constexpr const char* Where = "void Tavik::OpenGL::Lines::render()";
 
 } // namespace
 
-void Lines::setData()
-{
-    mVertices.upload();
-    mVertices.setUploaded();
-}
-
 void Lines::render()
 {
     GlHandler::clearError();

@@ -61,7 +61,7 @@ public:
     void init() { mVertices.upload(); }
 
     /// Uploads the vertices; done by render() after changes.
-    void setData();
+    void setData() { mVertices.upload(); }
 
     /// Draws, if there are at least two vertices.
     void render();

@@ -44,7 +44,6 @@ void Polygon::setData()
 {
     mVertices.upload();
     mergeCommands();
-    mVertices.setUploaded();
 }
 
 // One colour blends to the same picture in any order, unless the depth test lets the order decide what is seen.

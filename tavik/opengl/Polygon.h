@@ -45,7 +45,7 @@ public:
     void setPattern(const unsigned char* pattern) { mPattern.set(pattern); }
 
     /// Creates the OpenGL objects and uploads what there is; done by render().
-    void init() { mVertices.upload(); }
+    void init() { setData(); }
 
     /// Uploads the vertices; done by render() after changes.
     void setData();

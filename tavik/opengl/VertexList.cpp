@@ -40,6 +40,7 @@ void VertexList::upload()
     mVertexArray.bind();
     uploadAttribute(mVertexBuffer, mVertices, mVertices.size(), VertexLocation, 3);
     VertexArray::unbind();
+    mIsDirty = false;
 }
 
 void VertexList::draw(unsigned int mode) const

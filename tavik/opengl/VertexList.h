@@ -33,12 +33,11 @@ public:
 
     std::size_t size() const { return mVertices.size(); }
 
+    /// Whether anything has changed since the last upload, or the OpenGL objects are missing.
+    bool needsUpload() const { return mIsDirty || mVertexArray.name() == 0; }
+
     /// Uploads all vertices; creates the OpenGL objects where they are missing. No vertex array is bound afterwards.
     void upload();
-
-    /// The same, where anything has changed since the last setUploaded() or the objects are missing.
-    bool needsUpload() const { return mIsDirty || mVertexArray.name() == 0; }
-    void setUploaded() { mIsDirty = false; }
 
     /// Binds the vertex array.
     void bind() { mVertexArray.bind(); }

@@ -17,9 +17,6 @@ using Tavik::Math::Vector4;
 
 namespace {
 
-const float NaN = std::nanf("");
-const Vector4<float> Red = {1.0f, 0.0f, 0.0f, 1.0f};
-const Vector4<float> Blue = {0.0f, 0.0f, 1.0f, 1.0f};
 const Vector4<float> HalfWhite = {1.0f, 1.0f, 1.0f, 0.5f};
 
 Points square(float left, float bottom, float size)

@@ -3,18 +3,12 @@
 #include <tavik/opengl/LineStrips.h>
 #include <tavik/opengl/LineStripsSimple.h>
 
-#include <cmath>
-
 using namespace Tavik::OpenGL;
 using Tavik::Math::Vector2;
 using Tavik::Math::Vector3;
 using Tavik::Math::Vector4;
 
 namespace {
-
-const float NaN = std::nanf("");
-const Vector4<float> Red = {1.0f, 0.0f, 0.0f, 1.0f};
-const Vector4<float> Blue = {0.0f, 0.0f, 1.0f, 1.0f};
 
 class LineStripsTest : public LineTest
 {

@@ -4,9 +4,14 @@
 
 #include <tavik/opengl/MatrixStack.h>
 
+#include <cmath>
 #include <vector>
 
 using Points = std::vector<Tavik::Math::Vector2<float>>;
+
+inline const float NaN = std::nanf("");
+inline const Tavik::Math::Vector4<float> Red = {1.0f, 0.0f, 0.0f, 1.0f};
+inline const Tavik::Math::Vector4<float> Blue = {0.0f, 0.0f, 1.0f, 1.0f};
 
 /// Draws in window pixels, y up, on a background that no line has.
 class LineTest : public GlTest
