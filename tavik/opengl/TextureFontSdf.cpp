@@ -6,6 +6,7 @@
 #include <tavik/opengl/FontRegistry.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/GlyphAtlas.h>
+#include <tavik/opengl/RingDistance.h>
 #include <tavik/opengl/StandardPrograms.h>
 #include <tavik/opengl/TextDrawing.h>
 
@@ -143,6 +144,17 @@ unsigned int TextureFontSdf::texture() const
 {
     const FontType* font = registry().find(mFontId);
     return font == nullptr ? 0 : font->texture;
+}
+
+void TextureFontSdf::calcSdf(unsigned char* image, unsigned int width, unsigned int height)
+{
+    buildRingDistanceField(image, width, height, static_cast<unsigned int>(mSpread));
+}
+
+bool TextureFontSdf::getNearest(const unsigned char* image, unsigned int width, unsigned int height, unsigned int x,
+                                unsigned int y, unsigned int radius, float& distance)
+{
+    return nearestByRings(image, width, height, x, y, radius, distance);
 }
 
 void TextureFontSdf::add(TextQuads& quads, const std::string& text, const Math::Matrix4<float>& transform,

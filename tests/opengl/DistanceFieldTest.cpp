@@ -1,5 +1,6 @@
 #include <support/Fonts.h>
 #include <tavik/opengl/DistanceField.h>
+#include <tavik/opengl/TextureFontSdf.h>
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <random>
 #include <string>
 #include <vector>
@@ -143,6 +145,53 @@ Image plainCoverageField(const Image& image)
     return field;
 }
 
+// One pixel by searching whole squares; the extremes only count pixels that found one.
+bool plainNearest(const Image& image, int x, int y, int radius, float& distance)
+{
+    const bool inside = image.at(x, y) != 0;
+    for (int k = 1; k <= radius; ++k) {
+        const int left = std::max(x - k, 0);
+        const int top = std::max(y - k, 0);
+        for (int row = top; row <= std::min(y + k, image.height - 1); ++row) {
+            for (int column = left; column <= std::min(x + k, image.width - 1); ++column) {
+                if ((image.at(column, row) != 0) != inside) {
+                    const float corner = float((x - left) * (x - left) + (y - top) * (y - top));
+                    const float root = std::sqrt(std::min(2.0f * float(k) * float(k), corner));
+                    distance = inside ? -root : root;
+                    return true;
+                }
+            }
+        }
+    }
+    const float farthest = std::sqrt(2.0f * float(radius) * float(radius));
+    distance = inside ? -farthest : farthest;
+    return false;
+}
+
+Image plainRings(const Image& image, std::string& printed)
+{
+    std::vector<float> distances;
+    float least = 1000.0f;
+    float greatest = -1000.0f;
+    for (int i = 0; i < image.width * image.height; ++i) {
+        float d = 0.0f;
+        if (plainNearest(image, i % image.width, i / image.width, 14, d)) {
+            least = d < least ? d : least;
+            greatest = d > greatest ? d : greatest;
+        }
+        distances.push_back(d);
+    }
+    Image field(image.width, image.height);
+    for (std::size_t i = 0; i < distances.size(); ++i) {
+        const float t = std::clamp((distances[i] - least) / (greatest - least), 0.0f, 1.0f);
+        field.pixels[i] = static_cast<unsigned char>(255.0f - 255.0f * t);
+    }
+    char text[100];
+    std::snprintf(text, sizeof(text), "Font SDF minDist %f maxDist %f\n", double(least), double(greatest));
+    printed = text;
+    return field;
+}
+
 Image randomImage(unsigned int seed, int width, int height, int stride, int emptyShare)
 {
     std::mt19937 random(seed);
@@ -270,4 +319,47 @@ TEST(DistanceField, NothingIsDoneWithoutPixels)
         EXPECT_EQ(sdfBuildDistanceField(&out, 1, radius, &in, 1, 1, 1), 1);
     }
     EXPECT_EQ(sdfBuildDistanceField(&out, 1, 8.0f, &in, 2000000000, 2000000000, 0), 0) << "no memory for this";
+}
+
+TEST(RingDistance, EqualsTheBruteForceByteByByte)
+{
+    std::vector<Image> images = {glyphImage(), Image(30, 20), randomImage(5, 40, 1, 0, 70),
+                                 randomImage(6, 1, 40, 0, 70), randomImage(7, 1, 1, 0, 0)};
+    for (unsigned int i = 0; i < 30; ++i) {
+        const int empty[] = {0, 50, 95, 100}; // 100: a single pixel inside, below
+        images.push_back(randomImage(i, 3 + int(i * 7), 40, 0, empty[i % 4]));
+        images.back().at(int(i % 3), int(i % 7)) = 255;
+    }
+    Tavik::OpenGL::TextureFontSdf font;
+    for (Image& image : images) {
+        SCOPED_TRACE(image.width);
+        for (const int radius : {0, 1, 14, 300}) {
+            for (int i = 0; i < image.width * image.height; i += 1 + image.width * image.height / 300) {
+                float expected = 0.0f;
+                float found = 0.0f;
+                const auto x = static_cast<unsigned int>(i % image.width);
+                const auto y = static_cast<unsigned int>(i / image.width);
+                ASSERT_EQ(font.getNearest(image.pixels.data(), static_cast<unsigned int>(image.width),
+                                          static_cast<unsigned int>(image.height), x, y,
+                                          static_cast<unsigned int>(radius), found),
+                          plainNearest(image, int(x), int(y), radius, expected));
+                ASSERT_EQ(found, expected) << x << ", " << y << ", radius " << radius;
+            }
+        }
+        std::string printed;
+        const Image expected = plainRings(image, printed);
+        testing::internal::CaptureStdout();
+        font.calcSdf(image.pixels.data(), static_cast<unsigned int>(image.width),
+                     static_cast<unsigned int>(image.height));
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), printed);
+        ASSERT_TRUE(sameBytes(image, expected));
+    }
+    float distance = 1.0f;
+    unsigned char pixel = 3;
+    font.calcSdf(nullptr, 3, 3);
+    font.calcSdf(&pixel, 0, 7);
+    EXPECT_EQ(pixel, 3);
+    EXPECT_FALSE(font.getNearest(&pixel, 1, 1, 1, 0, 0xFFFFFFFF, distance));
+    EXPECT_FALSE(font.getNearest(&pixel, 1, 1, 0, 0, 0xFFFFFFFF, distance)); // returns at once
+    EXPECT_LT(distance, -6e9f);
 }

@@ -1,0 +1,433 @@
+#include "LineTest.h"
+
+#include <support/Fonts.h>
+#include <tavik/opengl/TextureFont.h>
+#include <tavik/opengl/TextureFontSdf.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <new>
+#include <string>
+#include <vector>
+
+using namespace Tavik::OpenGL;
+using Tavik::Math::Matrix4;
+using Tavik::Support::Picture;
+using Tavik::Support::sansFontPath;
+
+static std::size_t allocationCount = 0;
+
+// Counts; the array form and the others end here.
+void* operator new(std::size_t size)
+{
+    ++allocationCount;
+    void* memory = std::malloc(size == 0 ? 1 : size);
+    return memory != nullptr ? memory : throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+std::vector<char> fontData()
+{
+    std::ifstream file(sansFontPath(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+struct Box
+{
+    int left = 1000;
+    int bottom = 1000;
+    int right = -1; // one past the last pixel, as top
+    int top = -1;
+};
+
+Matrix4<float> moved(double x, double y)
+{
+    Matrix4<float> m;
+    m.translate(static_cast<float>(x), static_cast<float>(y), 0.0f);
+    return m;
+}
+
+// What a bitmap font of 50 pixels needs: 'A' is a block of 20 x 30, 'B' one of 12 x 40 that hangs 8 below the baseline.
+std::string bitmapFont()
+{
+    const auto glyph = [](const std::string& code, const std::string& box, int rows, const std::string& row) {
+        std::string text =
+            "STARTCHAR c" + code + "\nENCODING " + code + "\nSWIDTH 500 0\nDWIDTH 25 0\nBBX " + box + "\nBITMAP\n";
+        for (int i = 0; i < rows; ++i) {
+            text += row + "\n";
+        }
+        return text + "ENDCHAR\n";
+    };
+    return "STARTFONT 2.1\nFONT -t-t-medium-r-normal--50-500-72-72-c-250-iso10646-1\nSIZE 50 72 72\n"
+           "FONTBOUNDINGBOX 20 40 0 -8\nSTARTPROPERTIES 5\nPIXEL_SIZE 50\nFONT_ASCENT 40\nFONT_DESCENT 10\n"
+           "CHARSET_REGISTRY \"ISO10646\"\nCHARSET_ENCODING \"1\"\nENDPROPERTIES\nCHARS 2\n" +
+           glyph("65", "20 30 2 0", 30, "FFFFF0") + glyph("66", "12 40 3 -8", 40, "FFF0") + "ENDFONT\n";
+}
+
+} // namespace
+
+template <typename Font>
+class TextureFontTest : public LineTest
+{
+protected:
+    void SetUp() override
+    {
+        LineTest::SetUp();
+        testing::internal::CaptureStdout();
+    }
+
+    void TearDown() override
+    {
+        const std::string printed = testing::internal::GetCapturedStdout();
+        std::fputs(printed.c_str(), stdout); // failures among it
+        EXPECT_EQ(printed.find("Error <"), std::string::npos);
+        EXPECT_TRUE(glIsEnabled(GL_BLEND) || !mDraws);
+        LineTest::TearDown();
+    }
+
+    static Font loaded(int size)
+    {
+        Font font;
+        EXPECT_TRUE(font.load(sansFontPath(), size)) << "the sans-serif font";
+        return font;
+    }
+
+    template <typename Draw>
+    Picture drawn(Draw draw)
+    {
+        mDraws = true;
+        return picture(draw);
+    }
+
+    static Box ink(const Picture& picture, int threshold = 128)
+    {
+        Box box;
+        for (int y = 0; y < Size; ++y) {
+            for (int x = 0; x < Size; ++x) {
+                // The background's red is 51, the text's 255.
+                if ((at(picture, x, y)[0] - 51) * 255 / 204 >= threshold) {
+                    box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x + 1),
+                           std::max(box.top, y + 1)};
+                }
+            }
+        }
+        return box;
+    }
+
+    static bool isEmpty(const Picture& picture) { return ink(picture, 1).right < 0; }
+
+private:
+    bool mDraws = false;
+};
+
+using FontTypes = ::testing::Types<TextureFont, TextureFontSdf>;
+TYPED_TEST_SUITE(TextureFontTest, FontTypes);
+
+TYPED_TEST(TextureFontTest, AlignmentsHoldToHalfAPixel)
+{
+    // H fills its bitmap from the baseline up, so that edges are where the metrics say.
+    for (const int size : {12, 24, 40}) {
+        TypeParam font = this->loaded(size);
+        FontType metrics;
+        const std::vector<char> data = fontData();
+        font.createGlyphTexture(data.data(), static_cast<int>(data.size()), metrics);
+        const GlyphRecord& h = metrics.glyph('H');
+        const double scale = double(size) / metrics.pixelSize;
+        const double width = 2 * double(h.advance) * scale;
+        const double height = double(h.rows) * scale;
+        for (int alignment = -1; alignment <= 9; ++alignment) {
+            SCOPED_TRACE(testing::Message() << "size " << size << ", alignment " << alignment);
+            const int code = alignment < 0 || alignment > 8 ? 2 : alignment;
+            const double left = 64 - width * (code / 3) / 2 + double(h.bearingX) * scale;
+            const double right = 64 - width * (code / 3) / 2 + double(h.advance + h.bearingX + h.width) * scale;
+            const double bottom = 64 - height * (2 - code % 3) / 2 * (code % 3 == 2 ? 0 : 1);
+            font.clearVertex();
+            font.addText("HH", moved(64, 64), static_cast<typename TypeParam::Alignment>(alignment));
+            const Box box = this->ink(this->drawn([&] { font.render(); }));
+            // Edges are found to the pixel whose centre is inside: half a pixel more.
+            EXPECT_NEAR(box.left, left, 1.01);
+            EXPECT_NEAR(box.right, right, 1.01);
+            EXPECT_NEAR(box.bottom, bottom, 1.01);
+            EXPECT_NEAR(box.top, bottom + height, 1.01);
+            EXPECT_NEAR((box.left + box.right) / 2.0, (left + right) / 2.0, 0.51);
+            EXPECT_NEAR((box.bottom + box.top) / 2.0, bottom + height / 2.0, 0.51);
+        }
+    }
+}
+
+TYPED_TEST(TextureFontTest, EdgesAreCrispAtAllSizes)
+{
+    for (const int size : {8, 12, 16, 24, 50, 100, 160, 200}) {
+        TypeParam font = this->loaded(size);
+        const Picture text = this->drawn([&] { font.renderFont(2, 64 - size * 0.2, "H", TypeParam::BottomLeft); });
+        const int y = 64; // below the bar, through the stems
+        int soft = 0;
+        int full = 0;
+        for (int x = 0; x < this->Size; ++x) {
+            const int red = this->at(text, x, y)[0];
+            soft += red > 82 && red < 224 ? 1 : 0; // from 15 to 85 per cent
+            full += red >= 224 ? 1 : 0;
+        }
+        EXPECT_LE(soft, 4 * 2 + (size > 150 ? 2 : 0)) << size;
+        EXPECT_GE(full + soft, size / 8) << size;
+        EXPECT_GT(this->ink(text, 100).right, 0) << size;
+    }
+}
+
+TYPED_TEST(TextureFontTest, NeighboursInTheAtlasNeverShow)
+{
+    constexpr double Reach = 0.2 * 16 + 2.0; // the outline, and a pixel of softness each way
+    for (const int size : {50, 75}) {
+        TypeParam font = this->loaded(50);
+        font.setSize(size);
+        for (int code = 33; code < 256; ++code) {
+            const std::string text(1, static_cast<char>(code));
+            const auto draw = [&] { font.renderFont(20, 40, text, TypeParam::BottomLeft); };
+            const Box core = this->ink(this->drawn(draw));
+            if constexpr (std::is_same_v<TypeParam, TextureFontSdf>) {
+                font.setOutlineWidth(0.2f);
+                font.setOutlineColor({1.0f, 1.0f, 1.0f, 1.0f});
+            }
+            const Box all = this->ink(this->drawn(draw), 10);
+            if constexpr (std::is_same_v<TypeParam, TextureFontSdf>) {
+                font.setOutlineWidth(0.0f);
+            }
+            if (core.right < 0) {
+                continue; // no-break space, or only faint
+            }
+            const double reach = Reach * size / 50;
+            EXPECT_GE(all.left, core.left - reach) << code << " at " << size;
+            EXPECT_GE(all.bottom, core.bottom - reach) << code << " at " << size;
+            EXPECT_LE(all.right, core.right + reach) << code << " at " << size;
+            EXPECT_LE(all.top, core.top + reach) << code << " at " << size;
+        }
+    }
+}
+
+TYPED_TEST(TextureFontTest, GreyAndOneBitGlyphsAreDrawnWhereTheyStand)
+{
+    TypeParam font;
+    FontType metrics;
+    const std::string data = bitmapFont();
+    ASSERT_NE(font.createGlyphTexture(data.data(), static_cast<int>(data.size()), metrics), 0u);
+    ASSERT_TRUE(font.loadData("blocks", data.data(), static_cast<int>(data.size()), 50));
+    EXPECT_EQ(metrics.glyph('A').advance, 25.0f);
+    EXPECT_EQ(metrics.glyph('B').top, 32.0f);
+    for (const auto& [text, expected] : {std::pair{"A", Box{12, 20, 32, 50}}, {"B", Box{13, 12, 25, 52}}}) {
+        const Box box = this->ink(this->drawn([&, t = text] { font.renderFont(10, 20, t, TypeParam::BottomLeft); }));
+        EXPECT_EQ(box.left, expected.left) << text;
+        EXPECT_EQ(box.bottom, expected.bottom) << text;
+        EXPECT_EQ(box.right, expected.right) << text;
+        EXPECT_EQ(box.top, expected.top) << text;
+    }
+    if constexpr (std::is_same_v<TypeParam, TextureFont>) { // which rasterises at the size of the text
+        testing::internal::GetCapturedStdout();
+        testing::internal::CaptureStdout();
+        EXPECT_FALSE(font.loadData("blocks", data.data(), static_cast<int>(data.size()), 17));
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "FT_Set_Pixel_Sizes failed !");
+        testing::internal::CaptureStdout();
+    }
+}
+
+TYPED_TEST(TextureFontTest, BatchesImmediateTextAndControlCharactersAgree)
+{
+    TypeParam font = this->loaded(20);
+    const Picture expected = this->drawn([&] { font.renderFont(10, 30, "A B", TypeParam::BottomLeft); });
+    EXPECT_FALSE(this->isEmpty(expected));
+    font.addText("A\tB", moved(10, 30), TypeParam::BottomLeft);
+    EXPECT_TRUE(this->samePicture(this->drawn([&] { font.render(); }), expected));
+    this->drawn([&] { font.renderFont("other", TypeParam::TopLeft); });
+    EXPECT_TRUE(this->samePicture(this->drawn([&] { font.render(); }), expected)) << "the batch is left alone";
+    for (int i = 0; i < 32; ++i) {
+        MatrixPush();
+    }
+    const Matrix4<float> before = MatrixGet();
+    EXPECT_TRUE(
+        this->samePicture(this->drawn([&] { font.renderFont(10, 30, "A B", TypeParam::BottomLeft); }), expected));
+    for (std::size_t i = 0; i < 16; ++i) {
+        EXPECT_EQ(MatrixGet()[i], before[i]);
+    }
+    for (int i = 0; i < 32; ++i) {
+        MatrixPop();
+    }
+
+    // Bindings stay.
+    unsigned int texture = 0;
+    glGenTextures(1, &texture);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glActiveTexture(GL_TEXTURE3);
+    EXPECT_TRUE(this->samePicture(this->drawn([&] { font.render(); }), expected));
+    int unit = 0;
+    int bound = 0;
+    glGetIntegerv(GL_ACTIVE_TEXTURE, &unit);
+    EXPECT_EQ(unit, GL_TEXTURE3);
+    glActiveTexture(GL_TEXTURE0);
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    EXPECT_EQ(bound, static_cast<int>(texture));
+    glDeleteTextures(1, &texture);
+
+    const float bad[] = {std::nanf(""), std::numeric_limits<float>::infinity(), 3e38f};
+    for (const float value : bad) {
+        Matrix4<float> m;
+        m[0] = m[12] = value;
+        font.addText("AB", m, TypeParam::BottomRight);
+        EXPECT_TRUE(this->samePicture(this->drawn([&] { font.render(); }), expected)) << value;
+        this->drawn([&] { font.renderFont(double(value), 0.0, "AB", TypeParam::TopRight); });
+    }
+}
+
+TYPED_TEST(TextureFontTest, ClearMakesItAsNew)
+{
+    const auto objectCount = [] {
+        int count = 0;
+        for (unsigned int name = 1; name < 1000; ++name) {
+            count += (glIsBuffer(name) == GL_TRUE ? 1 : 0) + (glIsVertexArray(name) == GL_TRUE ? 1 : 0);
+        }
+        return count;
+    };
+    TypeParam font = this->loaded(20);
+    const int before = objectCount();
+    font.setData();
+    this->drawn([&] { font.render(); });
+    EXPECT_EQ(objectCount(), before) << "nothing to draw";
+    Picture pictures[2];
+    for (Picture& picture : pictures) {
+        font.addText("Q", moved(20, 20), TypeParam::BottomLeft);
+        picture = this->drawn([&] {
+            font.render();
+            font.renderFont(50, 50, "R", TypeParam::BottomLeft);
+        });
+        EXPECT_EQ(objectCount(), before + 2 * 4);
+        font.clear();
+        EXPECT_EQ(objectCount(), before);
+        EXPECT_TRUE(this->isEmpty(this->drawn([&] { font.render(); })));
+    }
+    EXPECT_TRUE(this->samePicture(pictures[0], pictures[1]));
+
+    // Memory is kept when text goes, and serves for as much text again.
+    const std::string text = "one hundred and twenty";
+    font.addText(text, {}, TypeParam::BottomLeft);
+    font.clearVertex();
+    const std::size_t allocations = allocationCount;
+    font.addText(text, {}, TypeParam::MiddleCenter);
+    EXPECT_EQ(allocationCount, allocations);
+}
+
+TYPED_TEST(TextureFontTest, DamagedFontsDrawNothing)
+{
+    TypeParam font;
+    const auto drawsNothing = [&] {
+        font.addText("ABC", moved(20, 20), TypeParam::BottomLeft);
+        return this->isEmpty(this->drawn([&] {
+            font.render();
+            font.renderFont(20, 20, "ABC", TypeParam::BottomLeft);
+        }));
+    };
+    EXPECT_TRUE(drawsNothing()) << "before a font";
+    EXPECT_EQ(font.texture(), 0u);
+    EXPECT_FALSE(font.load("no such file", 20));
+    EXPECT_FALSE(font.load(nullptr, 20));
+    EXPECT_FALSE(font.load(".", 20));
+    EXPECT_TRUE(drawsNothing());
+
+    std::vector<char> data = fontData();
+    const auto size = static_cast<int>(data.size());
+    struct Case
+    {
+        const char* name;
+        const char* data;
+        int size;
+    };
+    for (const Case& c : {Case{"null", nullptr, size},
+                          {"empty", data.data(), 0},
+                          {"negative", data.data(), -5},
+                          {"short", data.data(), 100},
+                          {nullptr, data.data(), 3}}) {
+        testing::internal::GetCapturedStdout();
+        testing::internal::CaptureStdout();
+        EXPECT_FALSE(font.loadData(c.name, c.data, c.size, 20));
+        EXPECT_EQ(testing::internal::GetCapturedStdout().rfind("FT_New_Memory_Face failed ", 0), 0u) << c.size;
+        testing::internal::CaptureStdout();
+        EXPECT_TRUE(drawsNothing());
+    }
+
+    // The same name with good data, which may go afterwards: other objects that failed with it have the font too.
+    TypeParam other;
+    ASSERT_TRUE(other.loadData("null", data.data(), size, 20));
+    std::fill(data.begin(), data.end(), '\0');
+    EXPECT_TRUE(font.loadData("null", data.data(), size, 20)) << "one atlas for one name";
+    EXPECT_EQ(font.texture(), other.texture());
+    EXPECT_NE(font.texture(), this->loaded(20).texture());
+    EXPECT_FALSE(drawsNothing());
+    EXPECT_FALSE(font.load("no such file", 20));
+    EXPECT_TRUE(drawsNothing()) << "after a font";
+
+    // Cut off anywhere: whatever is left of it.
+    data = fontData();
+    for (const double share : {0.001, 0.02, 0.3, 0.5, 0.9, 0.999}) {
+        FontType metrics;
+        font.createGlyphTexture(data.data(), static_cast<int>(share * size), metrics);
+    }
+    // Glyphs of hundreds to ten thousands of pixels: the em is much smaller than the letters.
+    const auto head = std::search(data.begin(), data.end(), std::begin("head"), std::end("head") - 1);
+    ASSERT_NE(head, data.end());
+    const auto byteAt = [&](std::ptrdiff_t i) { return static_cast<unsigned char>(head[i]); };
+    const std::ptrdiff_t table = byteAt(8) << 24 | byteAt(9) << 16 | byteAt(10) << 8 | byteAt(11);
+    for (const int em : {16, 64, 200, 400}) {
+        data[static_cast<std::size_t>(table + 18)] = static_cast<char>(em >> 8);
+        data[static_cast<std::size_t>(table + 19)] = static_cast<char>(em & 255);
+        FontType metrics;
+        font.createGlyphTexture(data.data(), size, metrics);
+        font.loadData(std::to_string(em).c_str(), data.data(), size, 50);
+        drawsNothing(); // or something: it is alive
+    }
+}
+
+using TextureFontSdfTest = TextureFontTest<TextureFontSdf>;
+
+TEST_F(TextureFontSdfTest, OutlinesSurroundLettersAndSpareTheirNeighbours)
+{
+    TextureFontSdf font = loaded(50);
+    font.setColor({1.0f, 1.0f, 1.0f, 1.0f});
+    font.setOutlineColor({1.0f, 0.0f, 0.0f, 1.0f});
+    const auto red = [&](const Picture& picture) {
+        int count = 0;
+        for (int x = 0; x < Size; ++x) {
+            const Picture::Pixel p = at(picture, x, 50);
+            count += p[0] > 200 && p[1] < 60 ? 1 : 0;
+        }
+        return count;
+    };
+    int whiteWithout = 0;
+    for (const float width : {0.0f, 0.1f, 0.2f, 0.3f, 0.4f}) {
+        font.setOutlineWidth(width);
+        const Picture text = drawn([&] { font.renderFont(20, 40, "lll", TextureFontSdf::BottomLeft); });
+        int white = 0;
+        for (int x = 0; x < Size; ++x) {
+            white += at(text, x, 50)[1] > 150 ? 1 : 0;
+        }
+        whiteWithout = width == 0.0f ? white : whiteWithout;
+        EXPECT_EQ(white, whiteWithout) << width << ": stems keep their ink";
+        // Six sides, of which the four inner ones share gaps of 10 pixels less the soft edges.
+        EXPECT_NEAR(red(text), width == 0.0f ? 0 : 6 * (16.0f * width - 0.5f), 6.0f) << width;
+    }
+    font.setOutlineWidth(0.3f);
+    font.setColor({1.0f, 1.0f, 1.0f, 0.0f});
+    const Picture hollow = drawn([&] { font.renderFont(20, 40, "l", TextureFontSdf::BottomLeft); });
+    const Box box = ink(hollow, 200);
+    EXPECT_EQ(at(hollow, (box.left + box.right) / 2, 60), Background) << "translucent letters are not filled below";
+}
