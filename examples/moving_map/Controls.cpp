@@ -67,6 +67,9 @@ void Controls::handleKey(SDL_Keycode key, const MapView& view)
     case SDLK_o:
         mSettings.trackUp = !mSettings.trackUp;
         break;
+    case SDLK_c:
+        mSettings.showsCamera = !mSettings.showsCamera;
+        break;
     case SDLK_SPACE:
         mSimulation.setPaused(!mSimulation.isPaused());
         break;

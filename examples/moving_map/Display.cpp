@@ -22,7 +22,7 @@ constexpr std::size_t DeliveriesPerFrame = 2;
 
 Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
     : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mTerrain(worker), mProfile(path, worker),
-      mAirspaceLayer(route), mLabels(route, path)
+      mAirspaceLayer(route), mCamera(worker), mLabels(route, path)
 {}
 
 void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels)
@@ -33,7 +33,7 @@ void Display::update(const DisplaySettings& settings, const Simulation& simulati
     mScene.speedMetresPerSecond = simulation.speedMetresPerSecond();
     mScene.rangeMetres = settings.rangeMiles * MetresPerNauticalMile;
     arrange(settings, widthPixels, heightPixels);
-    placeLabels();
+    placeLabels(settings.showsCamera);
 
     mWorker.deliver(DeliveriesPerFrame);
     mTerrain.update(mView);
@@ -61,20 +61,23 @@ void Display::arrange(const DisplaySettings& settings, int widthPixels, int heig
     mView.setUp(settings.trackUp ? mScene.aircraft.trackDegrees : 0.0);
 }
 
-void Display::placeLabels()
+void Display::placeLabels(bool showsCamera)
 {
     mCovered.clear();
     CompassLayer::addNumbers(mScene, mCovered);
     mDataBlock.update(mScene);
-    if (mDataBlock.box()) {
-        mCovered.push_back(*mDataBlock.box());
+    mCamera.update(mScene, showsCamera);
+    for (const std::optional<Box>& box : {mDataBlock.box(), mCamera.box()}) {
+        if (box) {
+            mCovered.push_back(*box);
+        }
     }
     mLabels.update(mScene, mCovered);
 }
 
 void Display::completeTerrain()
 {
-    while (!mTerrain.isComplete() || !mProfile.isComplete()) {
+    while (!mTerrain.isComplete() || !mProfile.isComplete() || !mCamera.complete(mScene)) {
         mWorker.finish();
         mTerrain.update(mView);
         mProfile.update(ProfileChart::begin(mScene), ProfileChart::end(mScene));
@@ -93,6 +96,7 @@ void Display::render()
     mAircraftLayer.render(mScene);
     mLabels.render();
     mDataBlock.render();
+    mCamera.render();
     mProfileChart.render(mScene, mProfile, mProfileArea);
     mWindow.activate();
     mFrame.render();

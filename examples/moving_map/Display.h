@@ -3,6 +3,7 @@
 #include <moving_map/AircraftLayer.h>
 #include <moving_map/AirspaceLayer.h>
 #include <moving_map/Area.h>
+#include <moving_map/CameraLayer.h>
 #include <moving_map/CompassLayer.h>
 #include <moving_map/DataBlock.h>
 #include <moving_map/MapLabels.h>
@@ -26,6 +27,7 @@ struct DisplaySettings
 {
     double rangeMiles = 20.0;
     bool trackUp = false;
+    bool showsCamera = true;
     std::optional<Position> centre; ///< of the map; without one, it follows the aircraft
 };
 
@@ -54,7 +56,7 @@ public:
 
 private:
     void arrange(const DisplaySettings& settings, int widthPixels, int heightPixels);
-    void placeLabels();
+    void placeLabels(bool showsCamera);
     void buildFrame();
 
     TerrainWorker& mWorker;
@@ -73,6 +75,7 @@ private:
     CompassLayer mCompassLayer;
     AircraftLayer mAircraftLayer;
     DataBlock mDataBlock;
+    CameraLayer mCamera;
     MapLabels mLabels;
     std::vector<Box> mCovered; // where labels of the map may not stand
     ProfileChart mProfileChart;

@@ -18,13 +18,13 @@ constexpr double HorizonPart = 0.36; // of the picture's height, from the top
 constexpr double NearestMetres = 80.0;
 constexpr double FarthestMetres = 60000.0;
 constexpr double NearStepMetres = 60.0;
-constexpr double FarStep = 0.03; // of the distance: from a few kilometres on, finer steps cannot be seen
+constexpr double FarStep = 0.012; // of the distance: from a few kilometres on, finer steps can hardly be seen
 
 constexpr double EarthRadiusMetres = 6371000.0;
 constexpr double Refraction = 0.13; // of the curvature, which bent light makes up for
 
 constexpr double HazeMetres = 32000.0; // in which two thirds of a colour are lost
-constexpr double LightGain = 1.4;      // brightness for each metre of rise in a metre, seen from the left
+constexpr double LightGain = 1.0;      // brightness for each metre of rise in a metre, seen from the left
 
 constexpr Color Zenith(0.10f, 0.24f, 0.48f, 1.0f);
 constexpr Color Haze(0.60f, 0.69f, 0.78f, 1.0f);
@@ -140,7 +140,9 @@ private:
 
 bool CameraPose::operator==(const CameraPose& other) const
 {
-    return position == other.position && altitudeMetres == other.altitudeMetres && trackDegrees == other.trackDegrees;
+    const bool isSameAltitude =
+        altitudeMetres == other.altitudeMetres || (std::isnan(altitudeMetres) && std::isnan(other.altitudeMetres));
+    return position == other.position && isSameAltitude && trackDegrees == other.trackDegrees;
 }
 
 CameraPicture drawForwardView(const CameraPose& pose, const HeightSource& source, int widthPixels, int heightPixels)

@@ -11,7 +11,7 @@ namespace MovingMap {
 struct CameraPose
 {
     Position position;
-    double altitudeMetres = 0.0;
+    double altitudeMetres = 0.0; ///< NaN where it is not known
     double trackDegrees = 0.0;
 
     bool operator==(const CameraPose& other) const;
@@ -29,7 +29,7 @@ struct CameraPicture
 /// under haze, grey where there is no terrain data, and the sky.
 ///
 /// Each column is one walk outwards over the ground: what rises above everything nearer is seen.
-/// @param source  asked for some 150 heights for each column
+/// @param source  asked for some 270 heights for each column
 CameraPicture drawForwardView(const CameraPose& pose, const HeightSource& source, int widthPixels, int heightPixels);
 
 } // namespace MovingMap

@@ -96,6 +96,7 @@ bool readOptions(int argc, char** argv, Options& options, std::string& error)
 {
     auto& commandLine = Tavik::Misc::CmdLine::instance();
     commandLine.addSwitch("--help", "tells options and keys, and ends");
+    commandLine.addSwitch("--no-camera", "begins without the view from the aircraft's nose");
     commandLine.addSwitch("--statistics", "prints frame times and terrain work at the end");
     commandLine.addSwitch("--track-up", "begins with the track, not north, at the top");
     for (const Parameter& parameter : Parameters) {
@@ -112,6 +113,7 @@ bool readOptions(int argc, char** argv, Options& options, std::string& error)
     options.help = commandLine.getSwitch("--help");
     options.statistics = commandLine.getSwitch("--statistics");
     options.trackUp = commandLine.getSwitch("--track-up");
+    options.camera = !commandLine.getSwitch("--no-camera");
     options.terrain = valueOf("--terrain");
     options.plan = valueOf("--plan");
     options.screenshot = valueOf("--screenshot");
@@ -136,6 +138,7 @@ void printHelp()
               "  arrows      move the map (also by dragging it)\n"
               "  F           follow the aircraft again\n"
               "  O           north up or track up\n"
+              "  C           the view from the aircraft's nose on and off\n"
               "  space       stop and go on\n"
               "  [ ]         slower and faster\n"
               "  Q, Escape   end\n"

@@ -9,6 +9,7 @@ struct Options
 {
     bool help = false;
     bool trackUp = false;
+    bool camera = true;
     bool statistics = false;
     std::string terrain;    ///< folder; empty for the made region
     std::string plan;       ///< file; empty for a plan that suits the terrain

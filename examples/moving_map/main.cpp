@@ -85,6 +85,7 @@ public:
     {
         mSettings.rangeMiles = options.rangeMiles;
         mSettings.trackUp = options.trackUp;
+        mSettings.showsCamera = options.camera;
     }
 
     /// Until the user ends the program.

@@ -105,6 +105,8 @@ TEST_F(ControlsTest, KeysReachTheSimulationAndTheEnd)
     EXPECT_FALSE(simulation.isPaused());
     press(SDLK_o);
     EXPECT_TRUE(settings.trackUp);
+    press(SDLK_c);
+    EXPECT_FALSE(settings.showsCamera);
     press(SDLK_x);
     EXPECT_FALSE(controls.quit());
     press(SDLK_q);
