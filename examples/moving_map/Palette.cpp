@@ -21,7 +21,7 @@ constexpr std::array<Tint, 10> Tints = {{
     {-400.0, {0.30f, 0.30f, 0.62f, 1.0f}},
     {DeepestSeaMetres, Palette::SeaLevel},
     {CoastMetres, Palette::SeaLevel},
-    {CoastMetres, {0.20f, 0.52f, 0.34f, 1.0f}},
+    {CoastMetres, {0.21f, 0.52f, 0.29f, 1.0f}},
     {300.0, {0.36f, 0.62f, 0.30f, 1.0f}},
     {800.0, {0.66f, 0.66f, 0.30f, 1.0f}},
     {1400.0, {0.78f, 0.57f, 0.28f, 1.0f}},
@@ -42,6 +42,20 @@ Color heightColor(double metres)
     const Tint& high = Tints[above];
     const double part = std::clamp((metres - low.metres) / (high.metres - low.metres), 0.0, 1.0);
     return low.color + (high.color - low.color) * static_cast<float>(part);
+}
+
+const std::vector<double>& tintHeights()
+{
+    static const std::vector<double> heights = [] {
+        std::vector<double> result;
+        for (const Tint& tint : Tints) {
+            if (tint.metres >= CoastMetres && (result.empty() || tint.metres > result.back())) {
+                result.push_back(tint.metres);
+            }
+        }
+        return result;
+    }();
+    return heights;
 }
 
 bool isSea(double metres)

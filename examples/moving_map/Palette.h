@@ -2,12 +2,17 @@
 
 #include <tavik/math/Vector4.h>
 
+#include <vector>
+
 namespace MovingMap {
 
 using Color = Tavik::Math::Vector4<float>;
 
 /// Colour of a height: blue for the sea, from the coast on greens, ochres, browns and white.
 Color heightColor(double metres);
+
+/// The heights in metres, from the coast upwards, between which colours change evenly.
+const std::vector<double>& tintHeights();
 
 /// From here up a height is land: radar heights of the sea are not quite even. The coast is drawn at this height.
 constexpr double CoastMetres = 1.0;

@@ -7,7 +7,6 @@
 #include <moving_map/Units.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -22,9 +21,11 @@ constexpr float BottomMargin = 16.0f; // below sea level, pixels
 constexpr double HeadRoom = 1.15;
 constexpr double SmallestTopMetres = 1000.0;
 
-constexpr int ColumnPixels = 2;
+constexpr double SmallestStepPixels = 2.0; // between points of the ground
 constexpr float GroundBrightness = 0.55f;
-constexpr double TintMetres = 200.0; // between colours in a column
+constexpr float FootBrightness = 0.5f; // of that, at the lower edge of the chart
+
+const std::vector<Tavik::Math::Vector2<float>> EndOfStrip;
 
 /// The largest of 1, 2 and 5 times a power of ten that divides a length into at least a number of parts.
 double niceStep(double length, double parts)
@@ -39,13 +40,47 @@ double niceStep(double length, double parts)
     return power;
 }
 
+/// Slices side by side in one strip of triangles; triangles without area lead from one row of slices to the next.
+class Slices
+{
+public:
+    explicit Slices(Tavik::OpenGL::TriangleStrip& strip) : mStrip(strip) {}
+
+    struct End
+    {
+        Tavik::Math::Vector2<float> place;
+        Color color;
+    };
+
+    void add(const End& foot, const End& top)
+    {
+        if (!mIsOpen && !mIsEmpty) {
+            mStrip.addVertex(mLast.place, mLast.color);
+            mStrip.addVertex(foot.place, foot.color);
+        }
+        mStrip.addVertex(foot.place, foot.color);
+        mStrip.addVertex(top.place, top.color);
+        mLast = top;
+        mIsOpen = true;
+        mIsEmpty = false;
+    }
+
+    /// What comes next does not join what came last.
+    void end() { mIsOpen = false; }
+
+private:
+    Tavik::OpenGL::TriangleStrip& mStrip;
+    End mLast;
+    bool mIsOpen = false;
+    bool mIsEmpty = true;
+};
+
 } // namespace
 
 ProfileChart::ProfileChart()
 {
     mGround.setUseMultiColor(true);
-    mGround.setLineWidth(ColumnPixels);
-    mGround.setAntiAlias(false);
+    mGrid.setAntiAlias(false);
     mSurface.setUseMultiColor(true);
     mSurface.setLineWidth(2.4f);
 }
@@ -65,27 +100,58 @@ void ProfileChart::render(const Scene& scene, const RouteProfile& profile, const
     area.fill(Palette::PanelBackground);
     area.activate();
     mArea = area;
-    mBegin = begin(scene);
-    mEnd = end(scene);
-    const auto columns = static_cast<std::size_t>(area.width) / ColumnPixels + 1;
-    mHeights = profile.highest(mBegin, (mEnd - mBegin) * ColumnPixels / area.width, columns);
-    setScale(scene, area);
-    renderGrid(scene);
-    renderTerrain(mHeights);
-    renderPlan(scene);
-    renderAircraft(scene);
+    const auto altitude = std::isnan(scene.altitudeMetres) ? std::nullopt : std::optional(scene.altitudeMetres);
+    const Shown shown(scene.distanceMetres, altitude, scene.rangeMetres, scene.aircraft.leg, profile.version(),
+                      area.width, area.height);
+    if (mShown != shown) {
+        build(scene, profile);
+        mShown = shown;
+    }
+    mGrid.render();
+    mGround.render();
+    mSeaLevel.render();
+    mSurface.render(-1);
+    mPlan.render(-1);
+    mActivePlan.render(-1);
+    mFixes.render();
+    mAircraftPlace.render();
+    for (const Pen& pen : {Pen{Palette::Casing, 5.0f}, Pen{Palette::Aircraft, 2.2f}}) {
+        applyPen(mAircraft, pen);
+        mAircraft.render(1.0);
+    }
 }
 
-void ProfileChart::setScale(const Scene& scene, const Area& area)
+void ProfileChart::build(const Scene& scene, const RouteProfile& profile)
+{
+    mBegin = begin(scene);
+    mEnd = end(scene);
+    const double metresPerPixel = (mEnd - mBegin) / mArea.width;
+    int samplesPerPoint = 1; // doubled, so that points stay where they are until others between them go
+    while (samplesPerPoint * RouteProfile::SpacingMetres < SmallestStepPixels * metresPerPixel) {
+        samplesPerPoint *= 2;
+    }
+    profile.surface(mBegin, mEnd, samplesPerPoint, mHeights);
+    setScale(scene);
+    buildGrid(scene);
+    buildGround();
+    buildSurface();
+    buildPlan(scene);
+    buildAircraft(scene);
+}
+
+void ProfileChart::setScale(const Scene& scene)
 {
     double highest = SmallestTopMetres;
-    for (const float height : mHeights) {
-        highest = std::fmax(highest, height);
+    for (const RouteProfile::Point& point : mHeights) {
+        highest = std::fmax(highest, point.heightMetres);
     }
-    for (int x = 0; x <= area.width; x += ColumnPixels) {
-        const double distance = mBegin + (mEnd - mBegin) * x / area.width;
-        if (distance >= 0.0 && distance <= scene.path.length()) {
-            highest = std::fmax(highest, scene.path.altitudeMetres(distance));
+    // Between its fixes the plan rises or falls evenly.
+    const auto include = [&](double distance) { highest = std::fmax(highest, scene.path.altitudeMetres(distance)); };
+    include(mBegin);
+    include(mEnd);
+    for (const PathFix& fix : scene.path.fixes()) {
+        if (fix.distanceMetres > mBegin && fix.distanceMetres < mEnd) {
+            include(fix.distanceMetres);
         }
     }
     mTop = highest * HeadRoom;
@@ -102,7 +168,7 @@ float ProfileChart::toY(double altitudeMetres) const
            static_cast<float>(altitudeMetres / mTop * (static_cast<double>(mArea.height) - BottomMargin));
 }
 
-void ProfileChart::renderGrid(const Scene& scene)
+void ProfileChart::buildGrid(const Scene& scene)
 {
     const auto width = static_cast<float>(mArea.width);
     const auto height = static_cast<float>(mArea.height);
@@ -121,122 +187,132 @@ void ProfileChart::renderGrid(const Scene& scene)
         mGrid.addVertex(Pixel(x, height));
     }
     applyPen(mGrid, {Palette::Grid, 1.0f});
-    mGrid.setAntiAlias(false);
-    mGrid.render();
-}
-
-void ProfileChart::renderTerrain(const std::vector<float>& heights)
-{
-    mGround.clearVertex();
-    mSurface.clearVertex();
-    const std::vector<Pixel> endOfStrip;
-    bool known = false;
-    for (std::size_t column = 0; column < heights.size(); ++column) {
-        const double height = heights[column];
-        if (std::isnan(height)) {
-            if (known) {
-                mSurface.addLineStrip(endOfStrip);
-            }
-            known = false;
-            continue;
-        }
-        known = true;
-        const auto x = static_cast<float>(column * ColumnPixels);
-        mSurface.addVertex(Pixel(x, toY(height)), heightColor(height));
-        const Color foot = height < CoastMetres ? Palette::SeaLevel : heightColor(CoastMetres);
-        mGround.addVertex(Pixel(x, 0.0f), shaded(foot, 0.5f * GroundBrightness));
-        for (int tint = 0; tint * TintMetres < height; ++tint) {
-            const double level = tint * TintMetres;
-            mGround.addVertex(Pixel(x, toY(level)),
-                              shaded(heightColor(std::max(level, CoastMetres)), GroundBrightness));
-        }
-        mGround.addVertex(Pixel(x, toY(height)), shaded(heightColor(height), GroundBrightness));
-        mGround.addLineStrip(endOfStrip);
-    }
-    mGround.render(-1);
 
     mSeaLevel.clearVertex();
     mSeaLevel.addVertex(Pixel(0.0f, toY(0.0)));
-    mSeaLevel.addVertex(Pixel(static_cast<float>(mArea.width), toY(0.0)));
+    mSeaLevel.addVertex(Pixel(width, toY(0.0)));
     applyPen(mSeaLevel, {Palette::SeaLevel, 1.6f});
-    mSeaLevel.render();
-    mSurface.render(-1);
 }
 
-/// The planned heights over a piece of the path, as far as it is shown.
-std::vector<ProfileChart::Pixel> ProfileChart::planLine(const RoutePath& path, double from, double to) const
+/// The ground in bands of heights between which the colours change evenly: so each height has its own colour, on steep
+/// ground as well.
+void ProfileChart::buildGround()
+{
+    mGround.clearVertex();
+    Slices slices(mGround);
+    const auto at = [&](const RouteProfile::Point& point, double height) -> Slices::End {
+        const double metres = std::min<double>(point.heightMetres, height);
+        return {{toX(point.distanceMetres), toY(metres)}, shaded(heightColor(metres), GroundBrightness)};
+    };
+    const auto addBand = [&](const auto& foot, double top) {
+        for (const RouteProfile::Point& point : mHeights) {
+            if (std::isnan(point.heightMetres)) {
+                slices.end();
+            } else {
+                slices.add(foot(point), at(point, top));
+            }
+        }
+        slices.end();
+    };
+    const auto chartsEdge = [&](const RouteProfile::Point& point) -> Slices::End {
+        const Slices::End coast = at(point, CoastMetres);
+        return {{coast.place.x, 0.0f}, shaded(coast.color, FootBrightness)};
+    };
+    const std::vector<double>& tints = tintHeights();
+    addBand(chartsEdge, tints.front());
+    for (std::size_t i = 0; i < tints.size() && tints[i] < mTop / HeadRoom; ++i) {
+        const double top = i + 1 < tints.size() ? tints[i + 1] : mTop;
+        addBand([&](const RouteProfile::Point& point) { return at(point, tints[i]); }, top);
+    }
+}
+
+void ProfileChart::buildSurface()
+{
+    mSurface.clearVertex();
+    bool isOpen = false;
+    for (const RouteProfile::Point& point : mHeights) {
+        const bool isKnown = !std::isnan(point.heightMetres);
+        if (isKnown) {
+            mSurface.addVertex(Pixel(toX(point.distanceMetres), toY(point.heightMetres)),
+                               heightColor(point.heightMetres));
+        } else if (isOpen) {
+            mSurface.addLineStrip(EndOfStrip);
+        }
+        isOpen = isKnown;
+    }
+}
+
+/// Adds the planned heights over a piece of the path, as far as it is shown.
+void ProfileChart::addPlan(Tavik::OpenGL::LineStrips& lines, const RoutePath& path, double from, double to) const
 {
     const double begin = std::max(from, mBegin);
     const double end = std::min(to, mEnd);
-    std::vector<Pixel> points;
-    const auto add = [&](double distance) { points.emplace_back(toX(distance), toY(path.altitudeMetres(distance))); };
-    if (begin < end) {
-        add(begin);
-        for (const PathFix& fix : path.fixes()) { // the plan bends nowhere else
-            if (fix.distanceMetres > begin && fix.distanceMetres < end) {
-                add(fix.distanceMetres);
-            }
-        }
-        add(end);
+    if (begin >= end) {
+        return;
     }
-    return points;
+    const auto add = [&](double distance) {
+        lines.addVertex(Pixel(toX(distance), toY(path.altitudeMetres(distance))));
+    };
+    add(begin);
+    for (const PathFix& fix : path.fixes()) { // the plan bends nowhere else
+        if (fix.distanceMetres > begin && fix.distanceMetres < end) {
+            add(fix.distanceMetres);
+        }
+    }
+    add(end);
+    lines.addLineStrip(EndOfStrip);
 }
 
 /// A route without planned heights shows where its fixes lie, and nothing of how high it is flown.
-void ProfileChart::renderPlan(const Scene& scene)
+void ProfileChart::buildPlan(const Scene& scene)
 {
     const bool hasHeights = !std::isnan(scene.altitudeMetres);
-    double activeFrom = 0.0;
-    double activeTo = 0.0;
-    for (const PathPoint& point : scene.path.points()) {
-        if (point.leg < scene.aircraft.leg) {
-            activeFrom = point.distanceMetres;
-        }
-        if (point.leg <= scene.aircraft.leg) {
-            activeTo = point.distanceMetres;
-        }
-    }
     mPlan.clearVertex();
     mActivePlan.clearVertex();
     if (hasHeights) {
-        mPlan.addLineStrip(planLine(scene.path, 0.0, activeFrom));
-        mPlan.addLineStrip(planLine(scene.path, activeTo, scene.path.length()));
-        mActivePlan.addLineStrip(planLine(scene.path, activeFrom, activeTo));
+        // Legs follow one another in the points; a leg begins where the one before it ends.
+        const std::vector<PathPoint>& points = scene.path.points();
+        const auto endOfLegsBefore = [&](std::size_t leg) {
+            const auto behind = std::partition_point(points.begin() + 1, points.end(),
+                                                     [leg](const PathPoint& point) { return point.leg < leg; });
+            return (behind - 1)->distanceMetres;
+        };
+        const double activeFrom = endOfLegsBefore(scene.aircraft.leg);
+        const double activeTo = endOfLegsBefore(scene.aircraft.leg + 1);
+        addPlan(mPlan, scene.path, 0.0, activeFrom);
+        addPlan(mPlan, scene.path, activeTo, scene.path.length());
+        addPlan(mActivePlan, scene.path, activeFrom, activeTo);
     }
 
     mFixes.clearVertex();
     for (const PathFix& fix : scene.path.fixes()) {
+        if (fix.distanceMetres < mBegin || fix.distanceMetres > mEnd) {
+            continue;
+        }
         const float x = toX(fix.distanceMetres);
         const float y = hasHeights ? toY(scene.path.altitudeMetres(fix.distanceMetres)) : 0.0f;
         mFixes.addVertex(Pixel(x, hasHeights ? y - 9.0f : 0.0f));
         mFixes.addVertex(Pixel(x, hasHeights ? y + 9.0f : static_cast<float>(mArea.height)));
     }
     applyPen(mPlan, {Palette::OtherLeg, 2.2f});
-    mPlan.render(-1);
     applyPen(mActivePlan, {Palette::ActiveLeg, 2.6f});
-    mActivePlan.render(-1);
     applyPen(mFixes, {Palette::OtherLeg, 1.8f});
-    mFixes.render();
 }
 
 /// A pointer at the planned height, or a line upright where no height is planned.
-void ProfileChart::renderAircraft(const Scene& scene)
+void ProfileChart::buildAircraft(const Scene& scene)
 {
-    if (std::isnan(scene.altitudeMetres)) {
-        mAircraftPlace.clearVertex();
-        mAircraftPlace.addVertex(Pixel(toX(scene.distanceMetres), 0.0f));
-        mAircraftPlace.addVertex(Pixel(toX(scene.distanceMetres), static_cast<float>(mArea.height)));
-        applyPen(mAircraftPlace, {Palette::Aircraft, 2.2f});
-        mAircraftPlace.render();
-        return;
-    }
-    const Pixel place(toX(scene.distanceMetres), toY(scene.altitudeMetres));
     mAircraft.clearVertex();
-    mAircraft.addLineLoop(Symbols::pointer(place + Pixel(8.0f, 0.0f), {1.0f, 0.0f}, 16.0f));
-    applyPen(mAircraft, {Palette::Casing, 5.0f});
-    mAircraft.render(1.0);
-    applyPen(mAircraft, {Palette::Aircraft, 2.2f});
-    mAircraft.render(1.0);
+    mAircraftPlace.clearVertex();
+    const float x = toX(scene.distanceMetres);
+    if (std::isnan(scene.altitudeMetres)) {
+        mAircraftPlace.addVertex(Pixel(x, 0.0f));
+        mAircraftPlace.addVertex(Pixel(x, static_cast<float>(mArea.height)));
+        applyPen(mAircraftPlace, {Palette::Aircraft, 2.2f});
+    } else {
+        const Pixel place(x, toY(scene.altitudeMetres));
+        mAircraft.addLineLoop(Symbols::pointer(place + Pixel(8.0f, 0.0f), {1.0f, 0.0f}, 16.0f));
+    }
 }
 
 } // namespace MovingMap

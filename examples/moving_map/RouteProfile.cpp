@@ -18,12 +18,34 @@ int sampleIndex(double distanceMetres)
     return static_cast<int>(std::floor(distanceMetres / RouteProfile::SpacingMetres));
 }
 
+/// Reads samples one after the other, with a look into the map for each chunk.
+class SampleReader
+{
+public:
+    explicit SampleReader(const std::map<int, std::vector<float>>& chunks) : mChunks(chunks) {}
+
+    float at(int index)
+    {
+        if (index / SamplesPerChunk != mIndex) {
+            mIndex = index / SamplesPerChunk;
+            const auto found = mChunks.find(mIndex);
+            mChunk = found == mChunks.end() || found->second.empty() ? nullptr : &found->second;
+        }
+        return mChunk == nullptr ? Unknown : (*mChunk)[static_cast<std::size_t>(index % SamplesPerChunk)];
+    }
+
+private:
+    const std::map<int, std::vector<float>>& mChunks;
+    const std::vector<float>* mChunk = nullptr;
+    int mIndex = -1;
+};
+
 } // namespace
 
 void RouteProfile::update(double fromMetres, double toMetres)
 {
     const int first = sampleIndex(std::max(fromMetres, 0.0)) / SamplesPerChunk;
-    const int last = sampleIndex(std::min(toMetres, mPath.length())) / SamplesPerChunk;
+    const int last = std::min(sampleIndex(toMetres) + 1, lastSample()) / SamplesPerChunk;
     mComplete = true;
     for (int chunk = first; chunk <= last; ++chunk) {
         const auto found = mChunks.find(chunk);
@@ -54,45 +76,38 @@ void RouteProfile::request(int chunk)
         return [this, chunk, heights = std::move(heights)] {
             mChunks[chunk] = heights;
             --mUnderWay;
+            ++mVersion;
         };
     });
 }
 
-float RouteProfile::sample(int index) const
+/// The first one at or behind the end of the path, where the path stands still.
+int RouteProfile::lastSample() const
 {
-    if (index < 0 || index * SpacingMetres > mPath.length()) {
-        return Unknown;
-    }
-    const auto found = mChunks.find(index / SamplesPerChunk);
-    if (found == mChunks.end() || found->second.empty()) {
-        return Unknown;
-    }
-    return found->second[static_cast<std::size_t>(index % SamplesPerChunk)];
+    return static_cast<int>(std::ceil(mPath.length() / SpacingMetres));
 }
 
-std::vector<float> RouteProfile::highest(double fromMetres, double pieceMetres, std::size_t pieces) const
+void RouteProfile::surface(double fromMetres, double toMetres, int samplesPerPoint, std::vector<Point>& points) const
 {
-    const int first = sampleIndex(fromMetres);
-    const int last = sampleIndex(fromMetres + pieceMetres * static_cast<double>(pieces)) + 1;
-    std::vector<float> samples;
-    samples.reserve(static_cast<std::size_t>(last - first) + 1);
-    for (int index = first; index <= last; ++index) {
-        samples.push_back(sample(index));
+    points.clear();
+    if (toMetres < 0.0 || fromMetres > mPath.length()) {
+        return;
     }
-
-    std::vector<float> result;
-    result.reserve(pieces);
-    for (std::size_t piece = 0; piece < pieces; ++piece) {
-        const double begin = fromMetres + pieceMetres * static_cast<double>(piece);
-        const auto from = static_cast<std::size_t>(sampleIndex(begin) - first);
-        const auto to = static_cast<std::size_t>(sampleIndex(begin + pieceMetres) - first);
+    SampleReader samples(mChunks);
+    const double step = samplesPerPoint * SpacingMetres;
+    const int last = lastSample();
+    int middle = static_cast<int>(std::floor(std::max(fromMetres, 0.0) / step)) * samplesPerPoint;
+    double distance = 0.0;
+    do {
         float highest = Unknown;
-        for (std::size_t i = from; i <= to; ++i) {
-            highest = std::fmax(highest, samples[i]); // the number, where one of two is NaN
+        const int end = std::min(middle + samplesPerPoint / 2, last);
+        for (int index = std::max(middle - samplesPerPoint / 2, 0); index <= end; ++index) {
+            highest = std::fmax(highest, samples.at(index)); // the number, where one of two is NaN
         }
-        result.push_back(highest);
-    }
-    return result;
+        distance = std::min(middle * SpacingMetres, mPath.length());
+        points.push_back({distance, highest});
+        middle += samplesPerPoint;
+    } while (distance < std::min(toMetres, mPath.length()));
 }
 
 } // namespace MovingMap

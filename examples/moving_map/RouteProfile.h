@@ -24,19 +24,31 @@ public:
     /// Whether everything that the last update wanted is there.
     bool isComplete() const { return mComplete; }
 
-    /// The highest ground on each of several equal pieces of the path, metres; NaN where it is unknown or not made yet.
-    /// @param fromMetres   flown at the beginning of the first piece; what lies off the path is unknown
-    /// @param pieceMetres  length of a piece
-    std::vector<float> highest(double fromMetres, double pieceMetres, std::size_t pieces) const;
+    /// Counts up whenever heights have arrived: what was drawn at one count will do at the same.
+    std::size_t version() const { return mVersion; }
+
+    struct Point
+    {
+        double distanceMetres; ///< flown
+        float heightMetres;    ///< NaN where it is unknown or not made yet
+    };
+
+    /// The ground under a part of the path. The points lie at the same places of the path whatever the part, so that
+    /// the line through them does not change its shape while the aircraft flies on; each has the highest ground of its
+    /// surroundings.
+    /// @param fromMetres,toMetres  flown; the points begin and end just outside, or where the path does
+    /// @param samplesPerPoint      distance of the points in units of SpacingMetres, at least 1
+    void surface(double fromMetres, double toMetres, int samplesPerPoint, std::vector<Point>& points) const;
 
 private:
     void request(int chunk);
-    float sample(int index) const;
+    int lastSample() const;
 
     const RoutePath& mPath;
     TerrainWorker& mWorker;
     std::map<int, std::vector<float>> mChunks; // an empty one is being made
     std::size_t mUnderWay = 0;
+    std::size_t mVersion = 0;
     bool mComplete = false;
 };
 
