@@ -1,6 +1,6 @@
 #include <tavik/xml/XmlFile.h>
 
-#include <tavik/xml/ReplaceFile.h>
+#include <tavik/filesystem/ReplaceFile.h>
 #include <tavik/xml/Utf8.h>
 #include <tavik/xml/XmlLimits.h>
 #include <tavik/xml/XmlScan.h>
@@ -126,7 +126,7 @@ bool readDocument(const std::string& file, TiXmlDocument& document, Locations lo
 
 bool writeDocument(const std::string& file, const TiXmlDocument& document)
 {
-    return replaceFile(file, printed(document));
+    return FileSystem::replaceFile(file, printed(document));
 }
 
 std::string printed(const TiXmlNode& node)

@@ -1,4 +1,4 @@
-#include <tavik/xml/ReplaceFile.h>
+#include <tavik/filesystem/ReplaceFile.h>
 
 #include <atomic>
 #include <cerrno>
@@ -10,7 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace Tavik::XML {
+namespace Tavik::FileSystem {
 
 namespace {
 
@@ -123,4 +123,4 @@ bool replaceFile(const std::string& file, std::string_view content)
     return faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) == 0 && replaceRegularFile(*target, &old, content);
 }
 
-} // namespace Tavik::XML
+} // namespace Tavik::FileSystem

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace Tavik::XML {
+namespace Tavik::FileSystem {
 
 /// Writes a file so that at every moment either the old or the new content stands there whole, whatever happens to the
 /// program, the disk or the power.
@@ -15,4 +15,4 @@ namespace Tavik::XML {
 /// @return false where that failed; nothing is left behind then
 bool replaceFile(const std::string& file, std::string_view content);
 
-} // namespace Tavik::XML
+} // namespace Tavik::FileSystem

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <tavik/Export.h>
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+namespace Tavik::Network {
+
+/// The data that a socket did not take yet, oldest first: at most 200 entries.
+///
+/// Memory is allocated for each entry's data, and for nothing else.
+class TAVIK_API SendQueue
+{
+public:
+    static constexpr std::uint32_t MostEntries = 200;
+
+    std::uint32_t size() const { return mCount; }
+    bool isEmpty() const { return mCount == 0; }
+
+    /// Entries dropped since the last append that found room.
+    std::uint32_t overflow() const { return mOverflow; }
+
+    /// Appends a copy of the data. Where 200 entries wait, the oldest goes; but an oldest one of which the peer has
+    /// already seen a part stays, since without its rest the peer would take what follows for it, and the second
+    /// oldest goes. Without memory the data is lost.
+    /// @param isRest  whether the data is the rest of a message whose begin has been sent
+    void append(const void* data, std::uint32_t length, bool isRest);
+
+    /// The oldest entry's unsent bytes; only when there is one.
+    const unsigned char* headData() const { return head().data.get() + head().sent; }
+    std::uint32_t headLength() const { return head().length - head().sent; }
+
+    /// Notes that so many bytes of the oldest entry have been sent, and removes it when those were all.
+    void consume(std::uint32_t bytes);
+
+    /// Removes everything; overflow() stays.
+    void clear();
+
+private:
+    struct Entry
+    {
+        std::unique_ptr<unsigned char[]> data;
+        std::uint32_t length = 0;
+        std::uint32_t sent = 0;
+        bool isRest = false;
+    };
+
+    const Entry& head() const { return mEntries[mFirst]; }
+    Entry& at(std::uint32_t index) { return mEntries[(mFirst + index) % mEntries.size()]; }
+    void removeHead();
+    void dropOldest();
+
+    std::array<Entry, MostEntries + 1> mEntries; // a ring
+    std::uint32_t mFirst = 0;
+    std::uint32_t mCount = 0;
+    std::uint32_t mOverflow = 0;
+};
+
+} // namespace Tavik::Network

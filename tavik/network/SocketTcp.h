@@ -1,0 +1,178 @@
+#pragma once
+
+#include <tavik/Export.h>
+#include <tavik/network/MsgHeader.h>
+#include <tavik/network/SendQueue.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace Tavik::Network {
+
+/// One end of a TCP connection over which messages travel, each a MsgHeader and a payload.
+///
+///     SocketTcp socket;
+///     if (socket.createTcpClientSocketNonBlock(address, 5000, 500)) { ... }
+///
+///     // each frame
+///     MsgHeader header;
+///     std::vector<unsigned char> payload(65536);
+///     while (socket.readPackage(payload.data(), header, 65536) >= 0) { ... header.dataLength bytes ... }
+///     header.msgType = 7;
+///     header.dataLength = 100;
+///     socket.writePackage(payload.data(), header, 0);
+///     socket.sendPendingMessages();
+///     ...
+///     socket.closeConnection();
+///
+/// Reading never waits. Writing waits 10 ms at the most, when the kernel's buffer fills up in the middle of a message;
+/// what it does not take then goes to a queue of 200 messages, which later calls drain in order. Neither allocates
+/// memory for a message, except for those in the queue.
+///
+/// The destructor does not close the connection, and neither does any function that makes a new one: call
+/// closeConnection() first. A copy shares the descriptor and starts with empty buffers and an empty queue.
+///
+/// Sending to a peer that has gone raises SIGPIPE, which ends a process that does not expect it. An application that
+/// holds connections calls std::signal(SIGPIPE, SIG_IGN) once at its start; the send then fails like any other.
+///
+/// System errors are printed with perror to standard error. One thread at a time for each object and its copies.
+class TAVIK_API SocketTcp
+{
+public:
+    /// Neither connected nor holding a descriptor (−1). Takes 2 MiB of address space, which fills as it is used.
+    SocketTcp();
+
+    /// A copy that shares the descriptor, and knows the peer's name. clientName and address stay unset; the bytes that
+    /// other had received in part read as zeros here.
+    SocketTcp(const SocketTcp& other);
+
+    /// As the copy, with the queue emptied. The buffers that this object had are not given back: an application that
+    /// reuses objects reconnects them instead of assigning.
+    SocketTcp& operator=(const SocketTcp& other);
+
+    virtual ~SocketTcp() = default;
+
+    /// The descriptor; −1 for none. After a failed connect it is the number that the socket had, which may be another
+    /// file's by now; nothing is sent to it or received from it.
+    int sd() const { return mSd; }
+
+    /// Takes over a descriptor that is connected.
+    void setDescriptor(int fd);
+
+    /// Whether the connection is usable as far as known: until closeConnection(), or until reading meets its end.
+    bool isConnected() const { return mIsConnected; }
+
+    /// The peer's address as text, set by connecting and accepting.
+    void setName(const std::string& name) { mName = name; }
+    const std::string& name() const { return mName; }
+
+    /// A label for the application's own use.
+    void setClientName(const std::string& name) { mClientName = name; }
+    const std::string& clientName() const { return mClientName; }
+
+    /// The peer's address as SocketTcpServer::acceptConnection() stores it: in network byte order, unlike the addresses
+    /// that the functions here take. 0 until it is set.
+    void setAddress(unsigned long address) { mAddress = address; }
+    unsigned long address() const { return mAddress; }
+
+    /// Closes the descriptor, if there is one; buffers and queue stay. After a failed connect this closes the number
+    /// that sd() still tells: call it only where nothing has been opened in between.
+    /// @return what close() returned, or the descriptor where it is negative
+    int closeConnection();
+
+    /// Connects, waiting for as long as the system does (minutes, where nobody answers).
+    /// @param address  IPv4 in host byte order, first part in the highest byte; 0 fails at once
+    /// @param port  1 to 65535
+    bool createTcpClientSocket(unsigned long address, int port);
+
+    /// Connects, waiting no longer than told.
+    /// @param timeoutMs  milliseconds
+    bool createTcpClientSocketNonBlock(unsigned long address, int port, unsigned int timeoutMs);
+
+    /// Receives bytes as they come, past the messages; not to be mixed with readPackage().
+    /// @param timeoutMs  milliseconds to wait for something
+    /// @return the number of bytes, 0 when nothing came (or when not connected), −1 when the connection is over, which
+    ///         closes it. A length of 0 is taken for the end of the connection
+    int read(void* buffer, unsigned int length, unsigned int timeoutMs);
+
+    /// Waits until a descriptor takes data.
+    /// @return 1, or 0 when the time is over, or −1
+    int selectWrite(int fd, unsigned int timeoutMs);
+
+    /// Sends once, if the descriptor takes data now.
+    /// @param flags  of send()
+    /// @return what send() returned, 0 when the descriptor takes nothing now
+    long sendSocket(int fd, const void* data, unsigned long length, int flags);
+
+    /// Appends a copy of the data to the queue, see SendQueue::append(). Null data is not.
+    void putDataToQueue(const void* data, unsigned int length);
+
+    /// Number of entries in the queue, 0 to 200.
+    int bufferSize() const { return static_cast<int>(mQueue.size()); }
+
+    /// Entries that were dropped since the last one that found room.
+    unsigned int queueOverflow() const { return mQueue.overflow(); }
+
+    /// Empties the queue, as is wise before a new connection.
+    void clearQueue() { mQueue.clear(); }
+
+    /// Sends what the queue holds as far as the socket takes it now.
+    void sendPendingMessages();
+
+    /// Receives a message, if one has arrived whole. Trusts the sender: the payload must have room for whatever
+    /// dataLength tells, up to 1,048,551 bytes. Better use the next.
+    /// @param payload  receives header.dataLength bytes
+    /// @param header  receives all fields but `reserved`
+    /// @return the message's msgType, −1 when there is none yet, −2 when the connection is over or was not there. A
+    ///         message of more than 1,048,551 bytes never arrives: it ends the connection when the buffer is full
+    ///
+    /// A header with another version prints that and drops everything that has been received; reading goes on with what
+    /// comes next.
+    int readPackage(void* payload, MsgHeader& header);
+
+    /// The same for a payload buffer of limited size.
+    /// @param capacity  bytes that fit into the payload
+    /// @return also −3 when the payload does not fit: the header tells its size, and the message waits for a call with
+    ///         a larger buffer
+    int readPackage(void* payload, MsgHeader& header, unsigned int capacity);
+
+    /// Sends a message, after those in the queue; what the socket does not take now is appended to the queue. A message
+    /// of more than 1,048,552 bytes of payload is not sent, which is printed. A send that fails loses the message,
+    /// which is printed too. Nothing happens when not connected.
+    /// @param payload  header.dataLength bytes; may be null when there are none
+    /// @param header  sent as it is, the version too
+    /// @return 0
+    int writePackage(const void* payload, const MsgHeader& header, unsigned int);
+
+private:
+    struct Free
+    {
+        void operator()(unsigned char* bytes) const { std::free(bytes); }
+    };
+    using Buffer = std::unique_ptr<unsigned char[], Free>;
+
+    static Buffer makeBuffer();
+    bool fail();
+    bool finishConnecting(unsigned long address);
+    bool parseMessage(MsgHeader& header);
+    int receiveMore();
+    void deliver(void* payload, std::uint32_t length);
+    bool assemble(const void* payload, const MsgHeader& header);
+    long sendMessage(const void* payload, const MsgHeader& header);
+    void queueRest(const void* payload, const MsgHeader& header, std::uint32_t sent);
+
+    int mSd = -1;
+    bool mIsConnected = false;
+    std::string mName;
+    std::string mClientName;
+    unsigned long mAddress = 0;
+    SendQueue mQueue;
+    Buffer mReceiveBuffer;
+    Buffer mSendBuffer;
+    std::uint32_t mReceiveBegin = 0; // of what has been received and not delivered
+    std::uint32_t mReceiveFill = 0;
+};
+
+} // namespace Tavik::Network
