@@ -68,10 +68,12 @@ int createBeside(const std::filesystem::path& target, std::filesystem::path& nam
     return descriptor;
 }
 
-/// The owner first, since changing it clears bits of the mode. Not everybody may, and not every file system can.
+/// The owner first, since changing it clears bits of the mode.
 bool takeOver(int descriptor, const struct stat& old)
 {
-    static_cast<void>(fchown(descriptor, old.st_uid, old.st_gid) == 0);
+    if (fchown(descriptor, old.st_uid, old.st_gid) != 0 && errno != EPERM) {
+        return false;
+    }
     return fchmod(descriptor, old.st_mode & PermissionBits) == 0;
 }
 
