@@ -22,7 +22,7 @@ constexpr std::size_t DeliveriesPerFrame = 2;
 
 Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
     : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mTerrain(worker), mProfile(path, worker),
-      mAirspaceLayer(route), mCamera(worker), mLabels(route, path)
+      mAirspaceLayer(route), mCamera(worker), mLabels(route, path), mProfileLabels(path)
 {}
 
 void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels)
@@ -98,6 +98,7 @@ void Display::render()
     mDataBlock.render();
     mCamera.render();
     mProfileChart.render(mScene, mProfile, mProfileArea);
+    mProfileLabels.render(mScene, mProfileChart, mProfileArea);
     mWindow.activate();
     mFrame.render();
 }

@@ -9,6 +9,7 @@
 #include <moving_map/MapLabels.h>
 #include <moving_map/MapView.h>
 #include <moving_map/ProfileChart.h>
+#include <moving_map/ProfileLabels.h>
 #include <moving_map/RouteLayer.h>
 #include <moving_map/RouteProfile.h>
 #include <moving_map/Simulation.h>
@@ -79,6 +80,7 @@ private:
     MapLabels mLabels;
     std::vector<Box> mCovered; // where labels of the map may not stand
     ProfileChart mProfileChart;
+    ProfileLabels mProfileLabels;
     Tavik::OpenGL::Lines mFrame;
 };
 

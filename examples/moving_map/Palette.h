@@ -46,7 +46,7 @@ constexpr Color Obstacle(1.0f, 0.62f, 0.40f, 1.0f);
 constexpr Color Station(0.30f, 0.85f, 0.95f, 1.0f);
 constexpr Color Aircraft(1.0f, 0.92f, 0.25f, 1.0f);
 
-constexpr Color Panel(0.02f, 0.03f, 0.045f, 0.78f); // below figures on the map
+constexpr Color Panel(0.02f, 0.03f, 0.045f, 0.86f); // below figures on the map
 constexpr Color RangeText(0.74f, 0.86f, 0.96f, 1.0f);
 constexpr Color Halo(0.02f, 0.03f, 0.04f, 1.0f); // about text
 constexpr Color Text(0.96f, 0.97f, 0.98f, 1.0f);

@@ -173,16 +173,16 @@ void ProfileChart::buildGrid(const Scene& scene)
     const auto width = static_cast<float>(mArea.width);
     const auto height = static_cast<float>(mArea.height);
     mGrid.clearVertex();
-    const double heightStep = niceStep(mTop / MetresPerFoot, 4.0) * MetresPerFoot;
-    for (int i = 1; i * heightStep < mTop; ++i) {
-        mGrid.addVertex(Pixel(0.0f, toY(i * heightStep)));
-        mGrid.addVertex(Pixel(width, toY(i * heightStep)));
+    mHeightStep = niceStep(mTop / MetresPerFoot, 4.0) * MetresPerFoot;
+    for (int i = 1; i * mHeightStep < mTop; ++i) {
+        mGrid.addVertex(Pixel(0.0f, toY(i * mHeightStep)));
+        mGrid.addVertex(Pixel(width, toY(i * mHeightStep)));
     }
     // From the aircraft on, so that the lines stand still and distances can be read off them.
-    const double distanceStep = niceStep((mEnd - mBegin) / MetresPerNauticalMile, 8.0) * MetresPerNauticalMile;
-    for (int i = static_cast<int>((mBegin - scene.distanceMetres) / distanceStep);
-         scene.distanceMetres + i * distanceStep < mEnd; ++i) {
-        const float x = toX(scene.distanceMetres + i * distanceStep);
+    mDistanceStep = niceStep((mEnd - mBegin) / MetresPerNauticalMile, 8.0) * MetresPerNauticalMile;
+    for (int i = static_cast<int>((mBegin - scene.distanceMetres) / mDistanceStep);
+         scene.distanceMetres + i * mDistanceStep < mEnd; ++i) {
+        const float x = toX(scene.distanceMetres + i * mDistanceStep);
         mGrid.addVertex(Pixel(x, 0.0f));
         mGrid.addVertex(Pixel(x, height));
     }

@@ -34,6 +34,10 @@ public:
     float toX(double distanceMetres) const;
     float toY(double altitudeMetres) const;
 
+    /// Between the lines of its grid: those of heights count from sea level, those upright from the aircraft.
+    double heightStepMetres() const { return mHeightStep; }
+    double distanceStepMetres() const { return mDistanceStep; }
+
 private:
     using Pixel = Tavik::Math::Vector2<float>;
 
@@ -53,6 +57,8 @@ private:
     double mBegin = 0.0;
     double mEnd = 1.0;
     double mTop = 1.0;
+    double mHeightStep = 1.0;
+    double mDistanceStep = 1.0;
     std::optional<Shown> mShown;
     std::vector<RouteProfile::Point> mHeights; // of the ground
 

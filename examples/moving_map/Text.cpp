@@ -1,6 +1,7 @@
 #include <moving_map/Text.h>
 
 #include <support/Fonts.h>
+#include <tavik/opengl/TextureFont.h>
 
 #include <GL/gl.h>
 
@@ -28,8 +29,9 @@ FontType measureFont()
     std::ifstream file(Tavik::Support::sansBoldFontPath(), std::ios::binary);
     const std::string data{std::istreambuf_iterator<char>(file), {}};
     if (!data.empty()) {
+        // The plain font measures glyphs the same and computes no distance field.
         const unsigned int atlas =
-            TextureFontSdf().createGlyphTexture(data.data(), static_cast<int>(data.size()), font);
+            Tavik::OpenGL::TextureFont().createGlyphTexture(data.data(), static_cast<int>(data.size()), font);
         glDeleteTextures(1, &atlas);
     }
     return font;
