@@ -68,12 +68,10 @@ int createBeside(const std::filesystem::path& target, std::filesystem::path& nam
     return descriptor;
 }
 
-/// The owner first, since changing it clears bits of the mode.
+/// The owner first, since changing it clears bits of the mode. Not everybody may, and not every file system can.
 bool takeOver(int descriptor, const struct stat& old)
 {
-    if (fchown(descriptor, old.st_uid, old.st_gid) != 0 && errno != EPERM) {
-        return false;
-    }
+    static_cast<void>(fchown(descriptor, old.st_uid, old.st_gid) == 0);
     return fchmod(descriptor, old.st_mode & PermissionBits) == 0;
 }
 

@@ -11,7 +11,6 @@
 #include <GL/glew.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace Tavik::OpenGL {
 
@@ -24,7 +23,6 @@ using Math::Vector3;
 constexpr double NominalHeight = 15.97f;
 
 constexpr std::int32_t StrokePoint = 1;
-constexpr std::int32_t StrokeEnd = 2;
 constexpr std::int32_t GlyphEnd = 3;
 
 bool isDrawn(char character)
@@ -53,6 +51,19 @@ struct Placing
     }
 };
 
+// Appends so many values, in memory that doubles: resize() alone may grow by what is asked for, text after text.
+// @return the first of them
+template <typename Value>
+Value* grow(std::vector<Value>& values, std::size_t count)
+{
+    const std::size_t before = values.size();
+    if (before + count > values.capacity()) {
+        values.reserve(std::max(before + count, 2 * before));
+    }
+    values.resize(before + count);
+    return values.data() + before;
+}
+
 } // namespace
 
 void VectorFont::vectorFontInit(const CHARSET_STRUCT* charset)
@@ -63,7 +74,8 @@ void VectorFont::vectorFontInit(const CHARSET_STRUCT* charset)
     mIsInitialised = true;
     mCharset = charset;
     mGlyphVertices.clear();
-    mStrokes = {};
+    mStrokeEnds.clear();
+    mGlyphs = {};
     const CHARDEF_STRUCT* data = charset->data;
     const auto count = static_cast<int>(std::min<std::size_t>(charset->characterCount, CharacterCount));
     for (int code = 0; code < count && data != nullptr; ++code) {
@@ -74,16 +86,17 @@ void VectorFont::vectorFontInit(const CHARSET_STRUCT* charset)
 
 const CHARDEF_STRUCT* VectorFont::drawChar(int code, const CHARDEF_STRUCT* data)
 {
-    const std::size_t verticesBefore = mGlyphVertices.size();
-    std::vector<Stroke> strokes;
-    const CHARDEF_STRUCT* behind = readGlyph(data, strokes);
+    const auto firstVertex = static_cast<std::uint32_t>(mGlyphVertices.size());
+    Glyph glyph = {firstVertex, 0, 0};
+    const CHARDEF_STRUCT* behind = readGlyph(data, glyph);
     const bool isKept = code >= 0 && code < static_cast<int>(CharacterCount);
     if (behind == nullptr || !isKept) {
-        mGlyphVertices.resize(verticesBefore);
-        strokes.clear();
+        mGlyphVertices.resize(firstVertex);
+        mStrokeEnds.resize(firstVertex);
+        glyph = {};
     }
     if (isKept) {
-        mStrokes[static_cast<std::size_t>(code)] = std::move(strokes);
+        mGlyphs[static_cast<std::size_t>(code)] = glyph;
     }
     return behind;
 }
@@ -94,18 +107,36 @@ void VectorFont::addText(const std::string& text, Matrix4<float> m, double size,
     const double advance = static_cast<double>(mCharset->advance);
     TextOffset pen = offsetOf(text, advance, a);
     const auto scale = static_cast<float>(size / NominalHeight);
-    Placing placing = {m, scale, 0.0f, scale * static_cast<float>(pen.vertical), scale * 0.0f};
+    // Glyphs are flat: z is 0, or no number where the scale is none.
+    Placing place = {m, scale, 0.0f, scale * static_cast<float>(pen.vertical), scale * 0.0f};
+
+    std::size_t vertexCount = 0;
+    std::size_t strokeCount = 0;
+    for (const char character : text) {
+        if (isDrawn(character)) {
+            const Glyph& glyph = mGlyphs[static_cast<unsigned char>(character)];
+            vertexCount += glyph.vertexCount;
+            strokeCount += glyph.strokeCount;
+        }
+    }
+    auto next = static_cast<std::uint32_t>(mTextVertices.size());
+    Vector3<float>* vertex = grow(mTextVertices, vertexCount);
+    std::uint32_t* index = grow(mTextIndices, vertexCount + strokeCount);
     for (const char character : text) {
         if (!isDrawn(character)) {
             continue;
         }
-        placing.x = scale * static_cast<float>(pen.horizontal);
-        for (const Stroke& stroke : mStrokes[static_cast<unsigned char>(character)]) {
-            for (std::uint32_t i = 0; i < stroke.vertexCount; ++i) {
-                mTextIndices.push_back(static_cast<std::uint32_t>(mTextVertices.size()));
-                mTextVertices.push_back(placing(mGlyphVertices[stroke.firstVertex + i]));
-            }
-            mTextIndices.push_back(StripSeparator);
+        const Glyph glyph = mGlyphs[static_cast<unsigned char>(character)];
+        const Vector3<float>* point = mGlyphVertices.data() + glyph.firstVertex;
+        const std::uint32_t* isEnd = mStrokeEnds.data() + glyph.firstVertex;
+        place.x = scale * static_cast<float>(pen.horizontal);
+        for (std::uint32_t i = 0; i < glyph.vertexCount; ++i) {
+            *vertex++ = place(point[i]);
+            // The separator is written in any case and kept behind the last point only: a branch here would be
+            // mispredicted for every other stroke. A glyph ends with one, so that it never falls behind the indices.
+            index[0] = next++;
+            index[1] = StripSeparator;
+            index += 1 + isEnd[i];
         }
         pen.horizontal += advance;
     }
@@ -179,24 +210,18 @@ void VectorFont::initOnce()
     vectorFontInit(mCharset != nullptr ? mCharset : &builtinCharset());
 }
 
-const CHARDEF_STRUCT* VectorFont::readGlyph(const CHARDEF_STRUCT* data, std::vector<Stroke>& strokes)
+const CHARDEF_STRUCT* VectorFont::readGlyph(const CHARDEF_STRUCT* data, Glyph& glyph)
 {
-    if (data == nullptr) {
-        return nullptr;
-    }
-    auto first = static_cast<std::uint32_t>(mGlyphVertices.size());
-    for (std::size_t i = 0; i < MaximumRecordsPerGlyph; ++i) {
+    for (std::size_t i = 0; i < MaximumRecordsPerGlyph && data != nullptr; ++i) {
         const CHARDEF_STRUCT& record = data[i];
         if (record.operation < StrokePoint || record.operation > GlyphEnd) {
             continue;
         }
+        const bool isEnd = record.operation != StrokePoint;
         mGlyphVertices.emplace_back(record.x, record.y, 0.0f);
-        if (record.operation == StrokePoint) {
-            continue;
-        }
-        const auto next = static_cast<std::uint32_t>(mGlyphVertices.size());
-        strokes.push_back({first, next - first});
-        first = next;
+        mStrokeEnds.push_back(isEnd ? 1 : 0);
+        ++glyph.vertexCount;
+        glyph.strokeCount += isEnd ? 1 : 0;
         if (record.operation == GlyphEnd) {
             return data + i + 1;
         }
@@ -262,13 +287,23 @@ void VectorFont::drawGlyphs(const std::string& text, Alignment a) const
             continue;
         }
         gl.setFloatVar(Offset, static_cast<float>(pen.horizontal), static_cast<float>(pen.vertical), 0.0f);
-        for (const Stroke& stroke : mStrokes[static_cast<unsigned char>(character)]) {
-            if (stroke.firstVertex + std::size_t(stroke.vertexCount) <= mUploadedVertexCount) {
-                glDrawArrays(GL_LINE_STRIP, static_cast<GLint>(stroke.firstVertex),
-                             static_cast<GLsizei>(stroke.vertexCount));
-            }
-        }
+        drawGlyph(mGlyphs[static_cast<unsigned char>(character)]);
         pen.horizontal += advance;
+    }
+}
+
+void VectorFont::drawGlyph(const Glyph& glyph) const
+{
+    std::size_t first = glyph.firstVertex;
+    for (std::size_t i = first; i < glyph.firstVertex + std::size_t(glyph.vertexCount); ++i) {
+        if (mStrokeEnds[i] == 0) {
+            continue;
+        }
+        const std::size_t next = i + 1;
+        if (next <= mUploadedVertexCount) { // of a batch there may be less
+            glDrawArrays(GL_LINE_STRIP, static_cast<GLint>(first), static_cast<GLsizei>(next - first));
+        }
+        first = next;
     }
 }
 

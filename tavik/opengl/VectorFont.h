@@ -130,18 +130,20 @@ public:
     static constexpr std::uint32_t StripSeparator = 0xFFFFFFFF;
 
 private:
-    struct Stroke
+    struct Glyph
     {
-        std::uint32_t firstVertex;
+        std::uint32_t firstVertex; // in the glyph vertices
         std::uint32_t vertexCount;
+        std::uint32_t strokeCount;
     };
 
     void initOnce();
-    const CHARDEF_STRUCT* readGlyph(const CHARDEF_STRUCT* data, std::vector<Stroke>& strokes);
+    const CHARDEF_STRUCT* readGlyph(const CHARDEF_STRUCT* data, Glyph& glyph);
     void upload(const std::vector<Math::Vector3<float>>& vertices);
     void uploadGlyphs();
     void drawText(double x, double y, const std::string& text, double size, Alignment a);
     void drawGlyphs(const std::string& text, Alignment a) const;
+    void drawGlyph(const Glyph& glyph) const;
 
     std::vector<Math::Vector3<float>> mGlyphVertices;
     VertexArray mVertexArray;
@@ -150,7 +152,8 @@ private:
     std::vector<Math::Vector3<float>> mTextVertices;
     std::vector<std::uint32_t> mTextIndices;
     bool mIsDirty = false;
-    std::array<std::vector<Stroke>, CharacterCount> mStrokes;
+    std::array<Glyph, CharacterCount> mGlyphs = {};
+    std::vector<std::uint32_t> mStrokeEnds; // for each glyph vertex: 1 where its stroke ends, otherwise 0
     const CHARSET_STRUCT* mCharset = nullptr;
     bool mIsInitialised = false;
     Math::Vector4<float> mColor = {1.0f, 1.0f, 1.0f, 1.0f};

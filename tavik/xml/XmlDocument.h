@@ -35,7 +35,8 @@ public:
     /// The root element; invalid where there is none.
     XmlElement root() const;
 
-    /// Replaces the file by this document in UTF-8, without an XML declaration unless one was read.
+    /// Replaces the file by this document: its texts byte for byte, so in UTF-8 unless a file in another encoding was
+    /// read; without an XML declaration unless one was read.
     ///
     /// The old file stands there whole until the new one does, even if the program is killed or the disk is full:
     /// the new content is written beside it, flushed to the disk and renamed. Symbolic links are followed, permission

@@ -67,7 +67,7 @@ protected:
     static Picture immediatePicture(VectorFont& font, double x, double y, const std::string& text, double size,
                                     VectorFont::Alignment alignment)
     {
-        const Picture result = picture([&] { font.renderFont(x, y, text, size, alignment); });
+        Picture result = picture([&] { font.renderFont(x, y, text, size, alignment); });
         EXPECT_TRUE(glIsEnabled(GL_LINE_SMOOTH)) << "is the caller's to end";
         glDisable(GL_LINE_SMOOTH);
         return result;
@@ -128,10 +128,12 @@ TEST_F(VectorFontTest, LaysOutStrokes)
          {{1.12f - 2 * gap, 6.85f, 0}, {7.8f - 2 * gap, 6.85f, 0}}},
         {"no alignment", "-", VectorFont::Alignment(-1), {{1.12f, 6.85f, 0}, {7.8f, 6.85f, 0}}},
     };
+    const Vector3<float>* memory = font.vertices().data();
     for (const Case& c : cases) {
         font.clearVertex();
         font.addText(c.text, at(100.0f, 50.0f), 2.0 * Nominal, c.alignment);
         ASSERT_EQ(font.vertices().size(), c.corners.size()) << c.name;
+        EXPECT_EQ(font.vertices().data(), memory) << "memory is kept";
         EXPECT_EQ(font.indices().size(), c.corners.size() / 2 * 3) << c.name;
         for (std::size_t i = 0; i < c.corners.size(); ++i) {
             EXPECT_NEAR(font.vertices()[i].x, 100.0f + 2.0f * c.corners[i].x, 1e-4f) << c.name << i;
@@ -207,8 +209,10 @@ TEST_F(VectorFontTest, StandsOnItsAnchor)
     for (const auto& glyph : glyphs) {
         for (int code = 0; code < 9; ++code) {
             const auto alignment = static_cast<VectorFont::Alignment>(code);
-            const double x = 64.0 + 2.0 * (glyph.x - 0.5 * advance * (code / 3));
-            const double y = 64.0 + 2.0 * (glyph.y - 15.97 * (1.0 - 0.5 * (code % 3)));
+            const int column = code / 3;
+            const int row = code % 3;
+            const double x = 64.0 + 2.0 * (glyph.x - 0.5 * advance * column);
+            const double y = 64.0 + 2.0 * (glyph.y - 15.97 * (1.0 - 0.5 * row));
             VectorFont batch;
             batch.addText(glyph.text, at(64.0f, 64.0f), 2.0 * Nominal, alignment);
             VectorFont immediate;
