@@ -16,7 +16,7 @@ namespace Tavik::OpenGL {
 /// Map symbols, up to the runway, and triangles are drawn about the middle of their character cell, half the advance
 /// and half the nominal height: alone and with the alignment MiddleCenter their centre (of an obstacle, its foot)
 /// stands on the anchor, and stays there however the text is turned. They tell themselves apart from a size of about
-/// 16 pixels. The other signs stand among capitals.
+/// 20 pixels. The other signs stand among capitals.
 struct VectorSymbol
 {
     enum Code : char
