@@ -33,7 +33,7 @@ struct Settings
     double contrast = 1.0;
     double brightness = 1.0;
     double osm = 0.0;
-    Vector3<float> light = {1.0f, -1.0f, -1.0f};
+    Vector3<float> light = {1.0f, -1.0f, -1.41421356f};
     Vector4<float> color = {1.0f, 1.0f, 1.0f, 1.0f};
     bool shading = true;
 };
@@ -136,25 +136,24 @@ TEST_F(TextureTerrainTest, PixelsFollowTheFormulas)
     terrain.setColorMap(ramp);
     // One pixel for each texel, so that no neighbour has a part in it.
     addRectangle(terrain, Left, Bottom, Columns, Rows);
-    Settings settings[] = {{"defaults"},      {"no shading"}, {"picture alone"},
-                           {"half and half"}, {"contrast"},   {"from below"}};
-    settings[1].shading = false;
-    settings[1].factor = 0.9;
-    settings[2].osm = 1.0;
-    settings[2].color = {0.5f, 1.0f, 0.25f, 0.7f};
-    settings[3].osm = 0.4;
-    settings[3].factor = 1.0;
-    settings[4].contrast = 1.5;
-    settings[4].brightness = 0.8;
-    settings[5].light = {0.1f, 0.0f, 2.0f};
+    const Vector3<float> west(1.0f, 0.0f, -1.0f);
+    const Vector4<float> tint(0.5f, 1.0f, 0.25f, 0.7f);
+    const Settings settings[] = {{"defaults, not set"},
+                                 {"no shading", 0.9, 1.0, 1.0, 0.0, west, tint, false},
+                                 {"picture alone", 0.5, 1.0, 1.0, 1.0, west, tint},
+                                 {"half and half", 1.0, 1.0, 1.0, 0.4, west, tint},
+                                 {"contrast", 0.5, 1.5, 0.8},
+                                 {"from below", 0.5, 1.0, 1.0, 0.0, {0.1f, 0.0f, 2.0f}}};
     for (const Settings& s : settings) {
-        terrain.setShading(s.shading);
-        terrain.setShadingFactor(s.factor);
-        terrain.setShadingContrast(s.contrast);
-        terrain.setShadingBrightness(s.brightness);
-        terrain.setTerrainOsm(s.osm);
-        terrain.setLightDirection(s.light);
-        terrain.setColor(s.color);
+        if (&s != settings) {
+            terrain.setShading(s.shading);
+            terrain.setShadingFactor(s.factor);
+            terrain.setShadingContrast(s.contrast);
+            terrain.setShadingBrightness(s.brightness);
+            terrain.setTerrainOsm(s.osm);
+            terrain.setLightDirection(s.light);
+            terrain.setColor(s.color);
+        }
         const Picture drawn = picture([&] { terrain.render(); });
         EXPECT_EQ(litPixels(drawn), Columns * Rows) << s.name;
         for (int pixel = 0; pixel < Columns * Rows; ++pixel) {
@@ -186,7 +185,7 @@ TEST_F(TextureTerrainTest, DefaultColorsRunFromWaterThroughGreenAndBrownToWhite)
     EXPECT_TRUE(mountain[0] > mountain[1] && mountain[1] > mountain[2]);
     const Picture::Pixel summit = colorOf(4800.0f);
     EXPECT_GT(*std::min_element(summit.begin(), summit.end()), 245);
-    // Heights of one green, 16 bits apart: with 8 they would come in steps of 37 m.
+    // With 8 bits heights would come in steps of 37 m.
     EXPECT_GT(colorOf(60.0f)[0], colorOf(50.0f)[0]);
     EXPECT_GT(colorOf(70.0f)[0], colorOf(60.0f)[0]);
 }
@@ -203,26 +202,6 @@ TEST_F(TextureTerrainTest, PackedGridsKeepNormalsAndHeights)
     EXPECT_EQ(packTerrain(floats, {0.0f}).size(), 4u);
 }
 
-TEST_F(TextureTerrainTest, SlopesAreLitFromTheNorthWest)
-{
-    struct Case
-    {
-        const char* name;
-        float east;
-        float north;
-        double light; // of the slope of 45 degrees that faces there; the light stands 45 degrees high
-    };
-    const double half = std::sqrt(0.5);
-    for (const Case& c : {Case{"north-west", -0.5f, 0.5f, 1.0}, Case{"south-east", 0.5f, -0.5f, 0.0},
-                          Case{"north-east", 0.5f, 0.5f, 0.5}, Case{"south-west", -0.5f, -0.5f, 0.5}}) {
-        TextureTerrain relief;
-        relief.loadNormals(terrainTexel({c.east, c.north, static_cast<float>(half)}, 4800.0f).data(), 1, 1, GL_RGBA);
-        relief.setShadingFactor(1.0);
-        addRectangle(relief, 0.0f, 0.0f, 4.0f, 4.0f);
-        EXPECT_NEAR(at(picture([&] { relief.render(); }), 1, 1)[0], c.light * 250.0, 3.0) << c.name;
-    }
-}
-
 TEST_F(TextureTerrainTest, WhatIsMissingOrWrongDrawsNothingAndLeavesWhatIsThere)
 {
     const int before = objectCount();
@@ -232,14 +211,9 @@ TEST_F(TextureTerrainTest, WhatIsMissingOrWrongDrawsNothingAndLeavesWhatIsThere)
     const auto lit = [&] { return litPixels(picture([&] { terrain.render(); })); };
     EXPECT_EQ(lit(), 0) << "no texture";
 
-    const unsigned int tooLarge = static_cast<unsigned int>(integer(GL_MAX_TEXTURE_SIZE)) + 1;
-    const unsigned int notAFormat = GL_FLOAT;
-    EXPECT_FALSE(terrain.load(nullptr, 2, 2, GL_RGBA));
     EXPECT_FALSE(terrain.load(nullptr, GL_RGBA));
     EXPECT_FALSE(terrain.loadNormals(nullptr, 2, 2, GL_RGBA));
-    EXPECT_FALSE(terrain.load(pixels.data(), 0, 2, GL_RGBA));
-    EXPECT_FALSE(terrain.load(pixels.data(), tooLarge, 1, GL_RGBA));
-    EXPECT_FALSE(terrain.load(pixels.data(), 1, 0xFFFFFFFFu, GL_RGBA));
+    EXPECT_FALSE(terrain.loadNormals(terrainTexel({}, 0.0f).data(), 0, 1, GL_RGBA));
     EXPECT_EQ(lit(), 0);
     EXPECT_EQ(objectCount(), before);
 
@@ -264,8 +238,5 @@ TEST_F(TextureTerrainTest, WhatIsMissingOrWrongDrawsNothingAndLeavesWhatIsThere)
     EXPECT_EQ(terrain.width(), 0u);
     addRectangle(terrain, 0.0f, 0.0f, 4.0f, 4.0f);
     ASSERT_TRUE(terrain.load(pixels.data(), Columns, Rows, GL_RGBA));
-    EXPECT_EQ(lit(), 4 * 4);
-    expectGlErrors();
-    EXPECT_FALSE(terrain.load(pixels.data(), 2, 2, notAFormat));
     EXPECT_EQ(lit(), 4 * 4);
 }

@@ -146,14 +146,11 @@ TEST_F(TextureTest, StripsAreApartAndCutToTheirCoordinates)
     const std::vector<Vector2<float>> uv = {{0, 1}, {0, 0}, {1, 1}, {1, 0}};
     const std::vector<Vector3<float>> square = {{10, 10, 0}, {10, 20, 0}, {20, 10, 0}, {20, 20, 0}, {100, 100, 0}};
     const std::vector<Vector4<float>> other = {{50, 50, 0, 9}, {50, 55, 0, 9}, {55, 50, 0, 9}, {55, 55, 0, 9}};
-    EXPECT_EQ(lit(texture), 0);
     texture.addTexture(square, uv); // without picture
     EXPECT_EQ(lit(texture), 0);
     ASSERT_TRUE(texture.load(white.data(), 4, 4, GL_RGBA)); // drops the strip
     EXPECT_EQ(lit(texture), 2 * 2) << "a quarter of its own rectangle is in the window";
     texture.clearVertex();
-    EXPECT_EQ(lit(texture), 0);
-
     texture.addTexture(std::vector<Vector3<float>>(), uv);
     EXPECT_EQ(lit(texture), 0);
     texture.addTexture(square, uv);
@@ -171,9 +168,6 @@ TEST_F(TextureTest, StripsAreApartAndCutToTheirCoordinates)
     EXPECT_NEAR(pixel[2], (127 + Background[2]) / 2.0, 1.0);
     texture.clear();
     EXPECT_EQ(objectCount(), before);
-    texture.addTexture(square, uv);
-    ASSERT_TRUE(texture.load(white.data(), 4, 4, GL_RGBA));
-    EXPECT_EQ(lit(texture), 2 * 2);
 }
 
 TEST_F(TextureTest, WhatIsWrongLeavesThePictureBefore)
@@ -191,6 +185,7 @@ TEST_F(TextureTest, WhatIsWrongLeavesThePictureBefore)
     EXPECT_FALSE(texture.load(nullptr, 2, 2, GL_RGBA));
     EXPECT_FALSE(texture.load(white.data(), 0, 2, GL_RGBA));
     EXPECT_FALSE(texture.load(white.data(), 2, 0xFFFFFFFF, GL_RGBA));
+    EXPECT_FALSE(texture.load(white.data(), static_cast<unsigned int>(integer(GL_MAX_TEXTURE_SIZE)) + 1, 1, GL_RGBA));
     expectGlErrors();
     EXPECT_FALSE(texture.load(white.data(), 2, 2, GL_FLOAT));
     texture.setWrapMode(GL_FLOAT);
@@ -224,14 +219,11 @@ TEST_F(TextureTest, VideoShowsTheLastFrame)
     video.clearVertex();
     addRectangle(video, 40.0f, 40.0f, 26.0f, 14.0f);
     EXPECT_EQ(lit(video), 26 * 14);
-    video.setColor({1.0f, 1.0f, 1.0f, 0.0f});
-    EXPECT_EQ(lit(video), 0);
 
     video.init(Width, 0xFFFFFFFF);
     video.putFrame(frames[0].data());
     EXPECT_EQ(video.width(), 0u);
     EXPECT_EQ(objectCount(), before);
-    video.setColor({1.0f, 1.0f, 1.0f, 1.0f});
     video.init(1, 1);
     EXPECT_EQ(litPixels(drawnAt(video, 20, 30)), 0) << "the frame of another size is gone";
     const Bytes white(3, 255);
