@@ -32,14 +32,24 @@ protected:
         EXPECT_EQ(integer(GL_ACTIVE_TEXTURE), GL_TEXTURE0 + ApplicationUnit);
         EXPECT_EQ(integer(GL_TEXTURE_BINDING_2D), static_cast<int>(mApplicationTexture));
         glDeleteTextures(1, &mApplicationTexture);
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+        glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+        LineTest::TearDown();
+    }
+
+    /// As LineTest does it; then the units must be free again.
+    template <typename Draw>
+    static Picture picture(Draw draw)
+    {
+        const Picture drawn = LineTest::picture(draw);
+        EXPECT_EQ(integer(GL_ACTIVE_TEXTURE), GL_TEXTURE0 + ApplicationUnit);
         for (unsigned int unit = 0; unit < ApplicationUnit; ++unit) {
             glActiveTexture(GL_TEXTURE0 + unit);
             EXPECT_EQ(integer(GL_TEXTURE_BINDING_2D), 0) << unit;
             EXPECT_EQ(integer(GL_TEXTURE_BINDING_1D), 0) << unit;
         }
-        glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-        glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-        LineTest::TearDown();
+        glActiveTexture(GL_TEXTURE0 + ApplicationUnit);
+        return drawn;
     }
 
     static int integer(unsigned int name)
