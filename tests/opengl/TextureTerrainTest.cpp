@@ -22,7 +22,6 @@ constexpr int Rows = 6;
 constexpr int RampSize = 8;
 constexpr int Left = 20;
 constexpr int Bottom = 30;
-constexpr float NaN = std::numeric_limits<float>::quiet_NaN();
 
 using Color = std::array<double, 4>;
 

@@ -12,12 +12,6 @@ using Tavik::Math::Vector2;
 using Tavik::Math::Vector3;
 using Tavik::Math::Vector4;
 
-namespace {
-
-constexpr float NaN = std::numeric_limits<float>::quiet_NaN();
-
-} // namespace
-
 class TextureTest : public PicturesTest
 {
 protected:
