@@ -54,7 +54,10 @@ std::vector<Edge> projectedEdges(const std::vector<Vector3<float>>& corners,
     for (std::size_t contour = 0; contour <= contourStarts.size(); ++contour) {
         const std::size_t end = contour < contourStarts.size() ? contourStarts[contour] : corners.size();
         for (std::size_t i = start; i < end; ++i) {
-            edges.push_back({project(corners[i]), project(corners[i + 1 < end ? i + 1 : start])});
+            const Edge edge = {project(corners[i]), project(corners[i + 1 < end ? i + 1 : start])};
+            if (edge.start != edge.end) { // repeated corners cost nothing, but would all overlap
+                edges.push_back(edge);
+            }
         }
         start = end;
     }
@@ -169,6 +172,9 @@ private:
 
 bool isTooComplex(const std::vector<Edge>& edges)
 {
+    if (edges.empty()) {
+        return false;
+    }
     std::vector<Box> boxes(edges.size());
     std::transform(edges.begin(), edges.end(), boxes.begin(), boxOf);
     Box all = boxes.front();
