@@ -33,7 +33,7 @@ namespace {
 constexpr int WidthPixels = 640;
 constexpr int HeightPixels = 400;
 constexpr std::size_t CornerCount = 200;
-constexpr std::size_t PolygonCount = 50;
+constexpr int PolygonCount = 50;
 constexpr int DrawingsPerFrame = 100;
 constexpr double Pi = 3.14159265358979323846;
 
@@ -63,10 +63,12 @@ Outline makeOutline(double x, double y, double radius)
 
 std::vector<Outline> makeOutlines()
 {
+    constexpr int Columns = 10;
     std::vector<Outline> outlines;
-    for (std::size_t i = 0; i < PolygonCount; ++i) {
-        outlines.push_back(
-            makeOutline(32.0 + 64.0 * static_cast<double>(i % 10), 40.0 + 80.0 * static_cast<double>(i / 10), 40.0));
+    for (int i = 0; i < PolygonCount; ++i) {
+        const int column = i % Columns;
+        const int row = i / Columns;
+        outlines.push_back(makeOutline(32.0 + 64.0 * column, 40.0 + 80.0 * row, 40.0));
     }
     return outlines;
 }

@@ -190,7 +190,7 @@ TEST_F(FilledShapesTest, PolygonsFillTheirAreasOnce)
         for (int y = 0; y < Size; ++y) {
             for (int x = 0; x < Size; ++x) {
                 if (isLit(drawn, x, y)) {
-                    ASSERT_NEAR(at(drawn, x, y)[0], (255 + 51) / 2, 1) << x << ", " << y;
+                    ASSERT_NEAR(at(drawn, x, y)[0], (255 + 51) / 2.0, 1) << x << ", " << y;
                 }
             }
         }
@@ -198,7 +198,7 @@ TEST_F(FilledShapesTest, PolygonsFillTheirAreasOnce)
     EXPECT_TRUE(isLit(starred, 64, 64)) << "the middle of the star, which the outline goes around twice";
 
     const Picture both = polygon({frame, star}); // both show where they overlap
-    EXPECT_NEAR(at(both, 64, 90)[0], (255 + 153) / 2, 2);
+    EXPECT_NEAR(at(both, 64, 90)[0], (255 + 153) / 2.0, 2);
     EXPECT_EQ(at(both, 12, 12), at(framed, 12, 12));
     EXPECT_EQ(at(both, 64, 64), at(starred, 64, 64));
 }
@@ -290,7 +290,7 @@ TEST_F(FilledShapesTest, PatternIsFixedToTheWindow)
         const auto drawnAt = [&](double x, double y) {
             MatrixPush();
             MatrixTranslate(x, y, 0.0);
-            const Picture drawn = picture(c.render);
+            Picture drawn = picture(c.render);
             MatrixPop();
             return drawn;
         };
