@@ -150,7 +150,8 @@ void copyGlyph(const FT_Bitmap& bitmap, std::vector<unsigned char>& coverage, in
 {
     for (unsigned int r = 0; r < bitmap.rows; ++r) {
         const unsigned char* row = bitmap.buffer + static_cast<std::ptrdiff_t>(r) * bitmap.pitch;
-        std::copy_n(row, bitmap.width, coverage.begin() + (y + static_cast<int>(r)) * Side + x);
+        std::copy_n(row, bitmap.width,
+                    coverage.begin() + static_cast<std::ptrdiff_t>(y + static_cast<int>(r)) * Side + x);
     }
 }
 
@@ -166,7 +167,7 @@ void atlasLimit(benchmark::State& state)
         }
         std::vector<unsigned char> coverage(cells.size());
         for (int i = 0; i < 224; ++i) {
-            if (FT_Load_Char(font.face(), static_cast<FT_ULong>(32 + i), FT_LOAD_RENDER | FT_LOAD_FORCE_AUTOHINT) ==
+            if (FT_Load_Char(font.face(), static_cast<FT_ULong>(i) + 32, FT_LOAD_RENDER | FT_LOAD_FORCE_AUTOHINT) ==
                 0) {
                 copyGlyph(font.face()->glyph->bitmap, coverage, i % 17 * 60 + 2, i / 17 * 72 + 2);
             }

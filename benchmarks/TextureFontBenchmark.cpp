@@ -55,8 +55,9 @@ const std::vector<Label>& labels()
         const char* names[] = {"NORKU FL 245", "TUSKA124.850", "Elbe 14R/32L", "BAMAS VOR117"};
         std::vector<Label> result;
         for (std::size_t i = 0; i < LabelCount; ++i) {
-            result.push_back({names[i % 4],
-                              {static_cast<float>(i % 10) * 125.0f + 5.0f, static_cast<float>(i / 10) * 15.8f + 4.0f}});
+            const std::size_t row = i / 10;
+            result.push_back(
+                {names[i % 4], {static_cast<float>(i % 10) * 125.0f + 5.0f, static_cast<float>(row) * 15.8f + 4.0f}});
         }
         return result;
     }();

@@ -107,7 +107,7 @@ public:
     }
 
     // Room for two masks is left in pictures with an interior.
-    Mask mask(int number) const { return mRest + number * maskSize(); }
+    Mask mask(std::size_t number) const { return mRest + number * maskSize(); }
     void clear(Mask mask) const { std::uninitialized_fill_n(mask, maskSize(), 0); }
     void copy(Mask from, Mask to) const { std::copy_n(from, maskSize(), to); }
 

@@ -97,16 +97,17 @@ private:
     // The neighbours in another row, and whether those in the same row are of another state.
     void takeFromRow(std::size_t y, std::size_t neighbourRow)
     {
-        const std::uint8_t* own = states(y);
-        const std::uint8_t* other = states(neighbourRow);
-        const std::uint8_t* otherRings = rings(neighbourRow);
+        const std::uint8_t* own = states(y) - 1; // the left neighbour of x is at x
+        const std::uint8_t* other = states(neighbourRow) - 1;
+        const std::uint8_t* otherRings = rings(neighbourRow) - 1;
         std::uint8_t* to = mRings.get() + y * mStride + 1;
         const std::uint8_t limit = none();
         for (std::size_t x = 0; x < mWidth; ++x) {
-            const std::uint8_t nearest = std::min(std::min(otherRings[x - 1], otherRings[x]), otherRings[x + 1]);
+            const std::uint8_t state = own[x + 1];
+            const std::uint8_t nearest = std::min(std::min(otherRings[x], otherRings[x + 1]), otherRings[x + 2]);
             const auto differs =
-                static_cast<std::uint8_t>((own[x - 1] ^ own[x]) | (own[x + 1] ^ own[x]) | (other[x - 1] ^ own[x]) |
-                                          (other[x] ^ own[x]) | (other[x + 1] ^ own[x]));
+                static_cast<std::uint8_t>((own[x] ^ state) | (own[x + 2] ^ state) | (other[x] ^ state) |
+                                          (other[x + 1] ^ state) | (other[x + 2] ^ state));
             const auto next = static_cast<std::uint8_t>(differs != 0 ? 1 : nearest + 1);
             to[x] = std::min(std::min(to[x], limit), next);
         }

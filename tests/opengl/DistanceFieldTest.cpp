@@ -15,12 +15,18 @@
 
 namespace {
 
+// As the functions count pixels, in int.
+std::size_t index(int x, int y, int stride)
+{
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(stride) + static_cast<std::size_t>(x);
+}
+
 struct Image
 {
-    Image(int w, int h, int s = 0) : width(w), height(h), stride(s == 0 ? w : s), pixels(std::size_t(stride) * h) {}
+    Image(int w, int h, int s = 0) : width(w), height(h), stride(s == 0 ? w : s), pixels(index(0, h, stride)) {}
 
-    unsigned char& at(int x, int y) { return pixels[std::size_t(y) * stride + x]; }
-    unsigned char at(int x, int y) const { return pixels[std::size_t(y) * stride + x]; }
+    unsigned char& at(int x, int y) { return pixels[index(x, y, stride)]; }
+    unsigned char at(int x, int y) const { return pixels[index(x, y, stride)]; }
 
     int width;
     int height;
@@ -74,8 +80,8 @@ Image plainField(const Image& image, float radius)
     };
     const int w = image.width;
     const int h = image.height;
-    std::vector<Cell> cells(std::size_t(w) * h);
-    const auto cell = [&](int x, int y) -> Cell& { return cells[std::size_t(y) * w + x]; };
+    std::vector<Cell> cells(index(0, h, w));
+    const auto cell = [&](int x, int y) -> Cell& { return cells[index(x, y, w)]; };
     const auto squaredTo = [](const Cell& c, int x, int y) {
         return (c.x - float(x)) * (c.x - float(x)) + (c.y - float(y)) * (c.y - float(y));
     };
@@ -98,9 +104,9 @@ Image plainField(const Image& image, float radius)
         changed = false;
         for (const int step : {1, -1}) {
             for (int i = 0; i < w * h; ++i) {
-                const int index = step > 0 ? i : w * h - 1 - i;
-                const int x = index % w;
-                const int y = index / w;
+                const int place = step > 0 ? i : w * h - 1 - i;
+                const int x = place % w;
+                const int y = place / w;
                 for (const auto& n : neighbours) {
                     const int nx = x + step * n[0];
                     const int ny = y + step * n[1];
@@ -281,7 +287,7 @@ TEST(DistanceField, EqualsThePlainFormByteByByte)
         EXPECT_TRUE(sameBytes(coverage, plainCoverageField(c.image))) << c.name << ", coverage alone";
 
         // In place, with a work area that has been used.
-        std::vector<unsigned char> work(std::size_t(c.image.width) * c.image.height * 12, 0x5A);
+        std::vector<unsigned char> work(index(0, c.image.height, c.image.width) * 12, 0x5A);
         sdfBuildDistanceFieldNoAlloc(c.image.pixels.data(), c.image.stride, c.radius, c.image.pixels.data(),
                                      c.image.width, c.image.height, c.image.stride, work.data());
         EXPECT_TRUE(sameBytes(c.image, expected)) << c.name << ", in place";

@@ -7,23 +7,16 @@
 using namespace Tavik::OpenGL;
 
 template <typename Font>
-class TextureFontNoContext : public ::testing::Test
+static void useWithoutContext()
 {
-};
-
-using FontTypes = ::testing::Types<TextureFont, TextureFontSdf>;
-TYPED_TEST_SUITE(TextureFontNoContext, FontTypes);
-
-TYPED_TEST(TextureFontNoContext, EverythingIsWithoutEffectAndAlive)
-{
-    TypeParam font;
+    Font font;
     EXPECT_FALSE(font.load(Tavik::Support::sansFontPath(), 16));
     unsigned char pixel = 255;
     EXPECT_EQ(font.createAlphaTexture(&pixel, 1, 1), 0u);
-    font.addText("A", {}, TypeParam::BottomLeft);
+    font.addText("A", {}, Font::BottomLeft);
     font.setData();
     font.render();
-    font.renderFont(1.0, 2.0, "A", TypeParam::TopRight);
+    font.renderFont(1.0, 2.0, "A", Font::TopRight);
     font.clearVertex();
     font.clear();
     EXPECT_EQ(font.texture(), 0u);
@@ -34,4 +27,10 @@ TYPED_TEST(TextureFontNoContext, EverythingIsWithoutEffectAndAlive)
     for (const auto& side : sides) {
         EXPECT_EQ(font.nextPower2(side[0]), side[1]) << side[0];
     }
+}
+
+TEST(TextureFontNoContext, EverythingIsWithoutEffectAndAlive)
+{
+    useWithoutContext<TextureFont>();
+    useWithoutContext<TextureFontSdf>();
 }
