@@ -1,21 +1,49 @@
 #include <moving_map/FrameStatistics.h>
 
+#include <time.h>
+
 #include <algorithm>
 #include <cstdio>
 
 namespace MovingMap {
 
-void FrameStatistics::add(double seconds)
+namespace {
+
+double threadCpuSeconds()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+} // namespace
+
+void Stopwatch::restart()
+{
+    mBegin = std::chrono::steady_clock::now();
+    mCpuBegin = threadCpuSeconds();
+}
+
+FrameTime Stopwatch::elapsed() const
+{
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - mBegin;
+    return {seconds.count(), threadCpuSeconds() - mCpuBegin};
+}
+
+void FrameStatistics::add(const FrameTime& time)
 {
     ++mFrames;
-    mTotalSeconds += seconds;
-    mWorstSeconds = std::max(mWorstSeconds, seconds);
+    mTotal.seconds += time.seconds;
+    mTotal.cpuSeconds += time.cpuSeconds;
+    mWorst.seconds = std::max(mWorst.seconds, time.seconds);
+    mWorst.cpuSeconds = std::max(mWorst.cpuSeconds, time.cpuSeconds);
 }
 
 void FrameStatistics::print() const
 {
-    const double mean = mFrames == 0 ? 0.0 : mTotalSeconds / static_cast<double>(mFrames);
-    std::printf("frames %zu, mean %.2f ms, worst %.2f ms\n", mFrames, 1e3 * mean, 1e3 * mWorstSeconds);
+    const double perFrame = 1e3 / static_cast<double>(std::max<std::size_t>(mFrames, 1));
+    std::printf("frames %zu, mean %.2f ms, worst %.2f ms; CPU mean %.3f ms, worst %.3f ms\n", mFrames,
+                perFrame * mTotal.seconds, 1e3 * mWorst.seconds, perFrame * mTotal.cpuSeconds, 1e3 * mWorst.cpuSeconds);
 }
 
 } // namespace MovingMap

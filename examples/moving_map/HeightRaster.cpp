@@ -64,7 +64,8 @@ std::vector<float> HeightRaster::smoothed(int first, int step, int count, int re
     const auto size = static_cast<std::size_t>(mSize);
     const auto edge = static_cast<std::size_t>(count);
     const auto place = [&](std::size_t i) {
-        return static_cast<std::size_t>(Margin + first + static_cast<int>(i) * step);
+        const int sample = Margin + first + static_cast<int>(i) * step;
+        return static_cast<std::size_t>(sample);
     };
     std::vector<float> narrowed(size * edge);
     for (std::size_t row = 0; row < size; ++row) {

@@ -13,7 +13,6 @@
 
 #include <GL/gl.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -92,7 +91,7 @@ public:
     int runInteractive()
     {
         Controls controls(mSettings, mSimulation);
-        auto last = std::chrono::steady_clock::now();
+        Stopwatch stopwatch;
         while (!controls.quit()) {
             SDL_Event event;
             while (mWindow.pollEvent(event)) {
@@ -101,11 +100,10 @@ public:
             update();
             mDisplay.render();
             mWindow.swap();
-            const auto now = std::chrono::steady_clock::now();
-            const double seconds = std::chrono::duration<double>(now - last).count();
-            last = now;
-            mStatistics.add(seconds);
-            mSimulation.advance(std::min(seconds, LongestFrameSeconds));
+            const FrameTime time = stopwatch.elapsed();
+            stopwatch.restart();
+            mStatistics.add(time);
+            mSimulation.advance(std::min(time.seconds, LongestFrameSeconds));
         }
         printStatistics();
         return checkGlError();
@@ -117,15 +115,15 @@ public:
         const int frames = std::max(mOptions.frames, 1);
         for (int frame = 0; frame < frames; ++frame) {
             const bool last = frame + 1 == frames;
-            auto begin = std::chrono::steady_clock::now();
+            Stopwatch stopwatch;
             update();
             if (frame == 0 || last) {
                 mDisplay.completeTerrain();
-                begin = std::chrono::steady_clock::now(); // waiting for terrain is no part of a frame
+                stopwatch.restart(); // waiting for terrain is no part of a frame
             }
             mDisplay.render();
             glFinish();
-            mStatistics.add(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+            mStatistics.add(stopwatch.elapsed());
             if (checkGlError() != EXIT_SUCCESS) {
                 return EXIT_FAILURE;
             }
