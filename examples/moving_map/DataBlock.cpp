@@ -80,10 +80,8 @@ void DataBlock::update(const Scene& scene)
 
 DataBlock::Figures DataBlock::figures(const Scene& scene)
 {
-    const std::vector<PathFix>& fixes = scene.path.fixes();
-    const auto ahead = std::find_if(fixes.begin(), fixes.end() - 1,
-                                    [&](const PathFix& fix) { return fix.distanceMetres > scene.distanceMetres; });
-    const double metres = std::max(ahead->distanceMetres - scene.distanceMetres, 0.0);
+    const PathFix& ahead = scene.path.fixes()[scene.nextFix];
+    const double metres = std::max(ahead.distanceMetres - scene.distanceMetres, 0.0);
     Figures figures;
     figures.speedKnots =
         static_cast<int>(std::lround(scene.speedMetresPerSecond * SecondsPerHour / MetresPerNauticalMile));
@@ -91,8 +89,8 @@ DataBlock::Figures DataBlock::figures(const Scene& scene)
     if (!std::isnan(scene.altitudeMetres)) {
         figures.altitudeFeet = static_cast<int>(std::lround(scene.altitudeMetres / MetresPerFoot / 10.0)) * 10;
     }
-    figures.fix = static_cast<std::size_t>(ahead - fixes.begin());
-    figures.bearingDegrees = wholeDegrees(planeCourse(scene.aircraft.position, ahead->position));
+    figures.fix = scene.nextFix;
+    figures.bearingDegrees = wholeDegrees(planeCourse(scene.aircraft.position, ahead.position));
     figures.tenthMiles = static_cast<int>(std::lround(10.0 * metres / MetresPerNauticalMile));
     figures.seconds = static_cast<int>(std::min(metres / scene.speedMetresPerSecond, HighestSeconds * 1.0));
     figures.top = static_cast<float>(scene.view.height()) - Margin;

@@ -21,7 +21,7 @@ constexpr std::size_t DeliveriesPerFrame = 2;
 } // namespace
 
 Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
-    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0}, mTerrain(worker), mProfile(path, worker),
+    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0, 0}, mTerrain(worker), mProfile(path, worker),
       mAirspaceLayer(route), mCamera(worker), mLabels(route, path), mProfileLabels(path)
 {}
 
@@ -29,6 +29,7 @@ void Display::update(const DisplaySettings& settings, const Simulation& simulati
 {
     mScene.aircraft = simulation.state();
     mScene.distanceMetres = simulation.distanceMetres();
+    mScene.nextFix = mScene.path.nextFix(mScene.distanceMetres);
     mScene.altitudeMetres = simulation.altitudeMetres();
     mScene.speedMetresPerSecond = simulation.speedMetresPerSecond();
     mScene.rangeMetres = settings.rangeMiles * MetresPerNauticalMile;

@@ -20,7 +20,7 @@ constexpr int AirspaceSize = 13;
 constexpr int RangeSize = 12;
 constexpr float LineStep = 1.25f; // of the size, from baseline to baseline
 
-constexpr int ActivePriority = 50;
+constexpr int NextPriority = 50;
 constexpr int FixPriority = 40;
 constexpr int StationPriority = 30;
 constexpr int RangePriority = 20;
@@ -32,6 +32,10 @@ constexpr float Clearance = SymbolLayer::SymbolRadius + 6.0f;
 constexpr double OutsideCost = 2.0; // of an airspace's label on its edge, all of it as good as outside
 constexpr double FartherCost = 0.02f;
 constexpr int RimChords = 36;
+
+// What a pilot can read at once; keeps the cost of a frame bounded for routes of thousands of legs.
+constexpr std::size_t MostPoints = 200;
+constexpr std::size_t MostLines = 2000;
 
 /// Such as "20 NM" or "2.5 NM".
 std::string milesText(double metres)
@@ -103,29 +107,42 @@ void MapLabels::update(const Scene& scene, const std::vector<Box>& covered)
     if (isUpToDate(scene, covered)) {
         return;
     }
-    const std::string& activeName = scene.route.legs[scene.aircraft.leg].name;
     const bool rangeChanged = !mState || mState->rangeMetres != scene.rangeMetres;
-    mState = State{scene.view, scene.aircraft.position, scene.aircraft.leg, scene.rangeMetres, covered};
-    for (std::size_t i = 0; i < mEntries.size(); ++i) {
-        Entry& entry = mEntries[i];
-        if (entry.batch == &mFixText) {
-            mLabels[i].priority = entry.lines.front() == activeName ? ActivePriority : FixPriority;
-        }
-        if (entry.ringPart > 0.0 && rangeChanged) {
-            entry.lines.front() = milesText(entry.ringPart * scene.rangeMetres);
-            measure(i);
-        }
-        setPlaces(scene, entry, mLabels[i]);
-    }
+    mState = State{scene.view, scene.aircraft.position, scene.nextFix, scene.rangeMetres, covered};
     addObstacles(scene, covered);
+    const GeoBounds visible = scene.view.bounds(Clearance);
+    std::size_t pointCount = 0;
+    for (std::size_t n = 0; n < mEntries.size(); ++n) {
+        const std::size_t i = (n + scene.nextFix) % mEntries.size();
+        Entry& entry = mEntries[i];
+        PlacedLabel& label = mLabels[i];
+        label.places.clear();
+        if (entry.ringPart > 0.0) {
+            if (rangeChanged) {
+                entry.lines.front() = milesText(entry.ringPart * scene.rangeMetres);
+                measure(i);
+            }
+            setPlacesOnRing(scene, entry, label);
+        } else if (!entry.points.empty()) {
+            setPlacesInside(scene, entry, label);
+        } else if (visible.mayTouch(entry.position, entry.position) && pointCount < MostPoints) {
+            ++pointCount;
+            const Pixel place = scene.view.toPixel(entry.position);
+            label.priority = entry.batch != &mFixText ? StationPriority
+                             : i == scene.nextFix     ? NextPriority
+                                                      : FixPriority;
+            setPlacesAround(label, place, Clearance);
+            mPlacement.addObstacle(Box::about(place, Pixel(2.0f, 2.0f) * SymbolLayer::SymbolRadius));
+        }
+    }
     mPlacement.place(mLabels);
-    fillBatches(activeName);
+    fillBatches(scene);
 }
 
 bool MapLabels::isUpToDate(const Scene& scene, const std::vector<Box>& covered) const
 {
     return mState && mState->view == scene.view && mState->aircraft == scene.aircraft.position &&
-           mState->leg == scene.aircraft.leg && mState->rangeMetres == scene.rangeMetres && mState->covered == covered;
+           mState->nextFix == scene.nextFix && mState->rangeMetres == scene.rangeMetres && mState->covered == covered;
 }
 
 void MapLabels::addObstacles(const Scene& scene, const std::vector<Box>& covered)
@@ -138,17 +155,12 @@ void MapLabels::addObstacles(const Scene& scene, const std::vector<Box>& covered
     }
     const Pixel aircraft = view.toPixel(scene.aircraft.position);
     mPlacement.addObstacle(Box::about(aircraft, Pixel(2.0f, 2.0f) * AircraftLayer::SymbolSize));
-    for (const Entry& entry : mEntries) {
-        if (entry.points.empty() && entry.ringPart == 0.0) {
-            mPlacement.addObstacle(
-                Box::about(view.toPixel(entry.position), Pixel(2.0f, 2.0f) * SymbolLayer::SymbolRadius));
-        }
-    }
-
     const GeoBounds visible = view.bounds(0.0f);
     const std::vector<PathPoint>& points = scene.path.points();
-    for (std::size_t i = 1; i < points.size(); ++i) {
+    std::size_t lineCount = 0;
+    for (std::size_t i = 1; i < points.size() && lineCount < MostLines; ++i) {
         if (visible.mayTouch(points[i - 1].position, points[i].position)) {
+            ++lineCount;
             mPlacement.addLine(view.toPixel(points[i - 1].position), view.toPixel(points[i].position));
         }
     }
@@ -160,23 +172,11 @@ void MapLabels::addObstacles(const Scene& scene, const std::vector<Box>& covered
     }
 }
 
-void MapLabels::setPlaces(const Scene& scene, const Entry& entry, PlacedLabel& label) const
-{
-    if (entry.ringPart > 0.0) {
-        setPlacesOnRing(scene, entry, label);
-    } else if (!entry.points.empty()) {
-        setPlacesInside(scene, entry, label);
-    } else {
-        setPlacesAround(label, scene.view.toPixel(entry.position), Clearance);
-    }
-}
-
 /// First below to the left, where a turning map and the track leave most room.
 void MapLabels::setPlacesOnRing(const Scene& scene, const Entry& entry, PlacedLabel& label)
 {
     const Pixel centre = scene.view.toPixel(scene.aircraft.position);
     const auto radius = static_cast<float>(entry.ringPart) * CompassLayer::radius(scene);
-    label.places.clear();
     for (const double angle : {225.0, 135.0, 315.0, 45.0, 255.0, 105.0, 285.0, 75.0, 195.0, 165.0, 345.0, 15.0}) {
         const Pixel outwards = scene.view.direction(scene.view.up() + angle);
         label.places.push_back(
@@ -187,7 +187,6 @@ void MapLabels::setPlacesOnRing(const Scene& scene, const Entry& entry, PlacedLa
 void MapLabels::setPlacesInside(const Scene& scene, const Entry& entry, PlacedLabel& label)
 {
     const double metresPerPixel = scene.view.metresPerPixel();
-    label.places.clear();
     if (entry.acrossMetres / metresPerPixel < label.size.y) {
         return; // an airspace smaller than its label
     }
@@ -199,7 +198,7 @@ void MapLabels::setPlacesInside(const Scene& scene, const Entry& entry, PlacedLa
     }
 }
 
-void MapLabels::fillBatches(const std::string& activeName)
+void MapLabels::fillBatches(const Scene& scene)
 {
     for (TextBatch* batch : {&mFixText, &mActiveText, &mStationText, &mObstacleText, &mRangeText}) {
         batch->clear();
@@ -212,7 +211,7 @@ void MapLabels::fillBatches(const std::string& activeName)
             continue;
         }
         const Entry& entry = mEntries[i];
-        const bool isActive = entry.batch == &mFixText && entry.lines.front() == activeName;
+        const bool isActive = i == scene.nextFix;
         const float step = LineStep * static_cast<float>(entry.textSize);
         Pixel place = mLabels[i].centre() + Pixel(0.0f, 0.5f * step * static_cast<float>(entry.lines.size() - 1));
         for (const std::string& line : entry.lines) {

@@ -12,7 +12,7 @@ namespace MovingMap {
 
 /// Names on the map: fixes, stations, airspaces with their class and limits, and the ranges of the rings.
 ///
-/// They are placed anew only when something has moved. The active fix comes first, then the other fixes, stations,
+/// They are placed anew only when something has moved. The next fix comes first, then the other fixes, stations,
 /// ranges and airspaces.
 class MapLabels
 {
@@ -45,7 +45,7 @@ private:
     {
         MapView view;
         Position aircraft;
-        std::size_t leg;
+        std::size_t nextFix;
         double rangeMetres;
         std::vector<Box> covered;
     };
@@ -54,10 +54,9 @@ private:
     void addAirspace(const Airspace& airspace);
     bool isUpToDate(const Scene& scene, const std::vector<Box>& covered) const;
     void addObstacles(const Scene& scene, const std::vector<Box>& covered);
-    void setPlaces(const Scene& scene, const Entry& entry, PlacedLabel& label) const;
     static void setPlacesOnRing(const Scene& scene, const Entry& entry, PlacedLabel& label);
     static void setPlacesInside(const Scene& scene, const Entry& entry, PlacedLabel& label);
-    void fillBatches(const std::string& activeName);
+    void fillBatches(const Scene& scene);
     void measure(std::size_t index);
 
     TextBatch mFixText;
@@ -67,7 +66,7 @@ private:
     TextBatch mRangeText;
     std::vector<TextBatch> mAirspaceTexts; // by class
 
-    std::vector<Entry> mEntries;
+    std::vector<Entry> mEntries;      // of the fixes first, in their order
     std::vector<PlacedLabel> mLabels; // of the entries
     LabelPlacement mPlacement;
     std::optional<State> mState; // for which the labels were placed

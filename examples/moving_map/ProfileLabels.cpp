@@ -2,6 +2,7 @@
 
 #include <moving_map/Units.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -19,15 +20,22 @@ constexpr float LowestY = 24.0f;       // of a height, above the row of distance
 constexpr float DistanceY = 8.0f;      // of that row
 constexpr float NameClearance = 18.0f; // from the plan to a name's middle
 constexpr float AircraftRadius = 12.0f;
+constexpr float Gap = 10.0f;           // between values of a scale
+constexpr std::size_t MostNames = 100; // a bound for routes of thousands of legs
 
 constexpr double ReferenceMetres = 1000.0; // any height tells the scale
+
+/// Each how many-th line of a grid is named, so that the names keep apart.
+int strideFor(float linePixels, float namePixels)
+{
+    return std::max(static_cast<int>(std::ceil(namePixels / std::max(linePixels, 1.0f))), 1);
+}
 
 /// Above and below a fix, then beside that. Without planned heights a line stands upright there: only beside it.
 void setPlaces(PlacedLabel& label, Pixel fix, float clearance)
 {
     const Pixel up(0.0f, clearance);
     const Pixel aside(0.5f * label.size.x + 5.0f, 0.0f);
-    label.places.clear();
     if (clearance > 0.0f) {
         label.places.push_back({fix + up, 0.0f});
         label.places.push_back({fix - up, 0.1f});
@@ -51,7 +59,7 @@ ProfileLabels::ProfileLabels(const RoutePath& path)
 
 void ProfileLabels::render(const Scene& scene, const ProfileChart& chart, const Area& area)
 {
-    const Shown shown(scene.distanceMetres, scene.aircraft.leg, chart.toY(0.0), chart.toY(ReferenceMetres), area.width,
+    const Shown shown(scene.distanceMetres, scene.nextFix, chart.toY(0.0), chart.toY(ReferenceMetres), area.width,
                       area.height);
     if (mShown != shown) {
         write(scene, chart, area);
@@ -71,13 +79,14 @@ void ProfileLabels::write(const Scene& scene, const ProfileChart& chart, const A
     mPlacement.begin(whole.grownBy(-0.5f * Margin));
     writeScale(chart, area);
     writeDistances(scene, chart, area);
-    writeFixes(scene, chart);
+    writeFixes(scene, chart, area);
 }
 
 void ProfileLabels::writeScale(const ProfileChart& chart, const Area& area)
 {
     const double step = chart.heightStepMetres();
-    for (int i = 1; chart.toY(i * step) < static_cast<float>(area.height) - Margin; ++i) {
+    const int stride = strideFor(chart.toY(step) - chart.toY(0.0), TextBatch::height(ScaleSize) + 0.4f * Gap);
+    for (int i = stride; chart.toY(i * step) < static_cast<float>(area.height) - Margin; i += stride) {
         const Pixel place(Margin, chart.toY(i * step));
         if (place.y > LowestY) {
             const std::string text = std::to_string(std::lround(i * step / MetresPerFoot));
@@ -91,7 +100,8 @@ void ProfileLabels::writeScale(const ProfileChart& chart, const Area& area)
 void ProfileLabels::writeDistances(const Scene& scene, const ProfileChart& chart, const Area& area)
 {
     const double step = chart.distanceStepMetres();
-    for (int i = 1; chart.toX(scene.distanceMetres + i * step) < static_cast<float>(area.width); ++i) {
+    const int stride = strideFor(chart.toX(step) - chart.toX(0.0), TextBatch::width("0.00 NM", ScaleSize) + Gap);
+    for (int i = stride; chart.toX(scene.distanceMetres + i * step) < static_cast<float>(area.width); i += stride) {
         char text[24];
         std::snprintf(text, sizeof(text), "%.3g NM", i * step / MetresPerNauticalMile);
         const float x = chart.toX(scene.distanceMetres + i * step);
@@ -102,7 +112,7 @@ void ProfileLabels::writeDistances(const Scene& scene, const ProfileChart& chart
 }
 
 /// Above the plan if there is room, else below; the names nearest ahead first.
-void ProfileLabels::writeFixes(const Scene& scene, const ProfileChart& chart)
+void ProfileLabels::writeFixes(const Scene& scene, const ProfileChart& chart, const Area& area)
 {
     const std::vector<PathFix>& fixes = scene.path.fixes();
     const bool hasHeights = !std::isnan(scene.altitudeMetres);
@@ -110,18 +120,26 @@ void ProfileLabels::writeFixes(const Scene& scene, const ProfileChart& chart)
         return Pixel(chart.toX(distance), hasHeights ? chart.toY(scene.path.altitudeMetres(distance)) : LowestY);
     };
     mPlacement.addObstacle(Box::about(placeOf(scene.distanceMetres), Pixel(2.0f, 2.0f) * AircraftRadius));
+    std::size_t shown = 0;
     for (std::size_t i = 0; i < fixes.size(); ++i) {
+        mFixes[i].places.clear();
+        const float x = chart.toX(fixes[i].distanceMetres);
+        if (x < 0.0f || x > static_cast<float>(area.width) || shown == MostNames) {
+            continue;
+        }
+        ++shown;
         const Pixel place = placeOf(fixes[i].distanceMetres);
-        mPlacement.addLine(i == 0 ? place : placeOf(fixes[i - 1].distanceMetres), place);
+        for (const std::size_t neighbour : {i == 0 ? i : i - 1, std::min(i + 1, fixes.size() - 1)}) {
+            mPlacement.addLine(place, placeOf(fixes[neighbour].distanceMetres));
+        }
         setPlaces(mFixes[i], place, hasHeights ? NameClearance : 0.0f);
         mFixes[i].priority =
             fixes[i].distanceMetres < scene.distanceMetres ? -static_cast<int>(fixes.size()) : -static_cast<int>(i);
     }
     mPlacement.place(mFixes);
-    const std::string& activeName = scene.route.legs[scene.aircraft.leg].name;
     for (std::size_t i = 0; i < fixes.size(); ++i) {
         if (mFixes[i].isShown()) {
-            (fixes[i].name == activeName ? mActiveName : mNames)
+            (i == scene.nextFix ? mActiveName : mNames)
                 .add(fixes[i].name, mFixes[i].centre(), NameSize, TextAlign::Centre);
         }
     }

@@ -25,13 +25,13 @@ public:
     void render(const Scene& scene, const ProfileChart& chart, const Area& area);
 
 private:
-    // Distance flown, leg, pixels of sea level and of a height, area.
+    // Distance flown, next fix, pixels of sea level and of a height, area.
     using Shown = std::tuple<double, std::size_t, float, float, int, int>;
 
     void write(const Scene& scene, const ProfileChart& chart, const Area& area);
     void writeScale(const ProfileChart& chart, const Area& area);
     void writeDistances(const Scene& scene, const ProfileChart& chart, const Area& area);
-    void writeFixes(const Scene& scene, const ProfileChart& chart);
+    void writeFixes(const Scene& scene, const ProfileChart& chart, const Area& area);
 
     std::optional<Shown> mShown;
     LabelPlacement mPlacement;

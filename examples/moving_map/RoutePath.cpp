@@ -94,6 +94,14 @@ RoutePath::State RoutePath::at(double distanceMetres) const
     return state;
 }
 
+std::size_t RoutePath::nextFix(double distanceMetres) const
+{
+    const auto next =
+        std::upper_bound(mFixes.begin(), mFixes.end() - 1, distanceMetres,
+                         [](double distance, const PathFix& fix) { return distance < fix.distanceMetres; });
+    return static_cast<std::size_t>(next - mFixes.begin());
+}
+
 double RoutePath::altitudeMetres(double distanceMetres) const
 {
     if (mAltitudes.empty()) {

@@ -57,6 +57,9 @@ public:
     /// The named fixes, the start among them.
     const std::vector<PathFix>& fixes() const { return mFixes; }
 
+    /// Index of the first fix ahead of a distance flown; the last one where none is.
+    std::size_t nextFix(double distanceMetres) const;
+
 private:
     struct PlannedAltitude
     {

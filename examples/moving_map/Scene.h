@@ -4,6 +4,8 @@
 #include <moving_map/Route.h>
 #include <moving_map/RoutePath.h>
 
+#include <cstddef>
+
 namespace MovingMap {
 
 /// What the layers of the map show in one frame.
@@ -17,6 +19,7 @@ struct Scene
     double altitudeMetres = 0.0; ///< planned; NaN where the route has no heights
     double speedMetresPerSecond = 0.0;
     double rangeMetres = 0.0; ///< of the outer ring
+    std::size_t nextFix = 0;  ///< index into the path's fixes
 };
 
 } // namespace MovingMap

@@ -44,10 +44,10 @@ char symbolOf(FixKind kind, bool flyOver)
 
 void SymbolLayer::render(const Scene& scene)
 {
-    if (mView != scene.view || mLeg != scene.aircraft.leg) {
+    if (mView != scene.view || mNextFix != scene.nextFix) {
         build(scene);
         mView = scene.view;
-        mLeg = scene.aircraft.leg;
+        mNextFix = scene.nextFix;
     }
     constexpr std::array<Color, LookCount> Colors = {Palette::Station, Palette::Obstacle, Palette::OtherLeg,
                                                      Palette::ActiveLeg};
@@ -72,9 +72,10 @@ void SymbolLayer::build(const Scene& scene)
         add(station.kind == FixKind::Obstacle ? Obstacles : Stations, scene, station.position,
             symbolOf(station.kind, false));
     }
-    const std::string& activeName = scene.route.legs[scene.aircraft.leg].name;
-    for (const PathFix& fix : scene.path.fixes()) {
-        add(fix.name == activeName ? ActiveFix : Fixes, scene, fix.position, symbolOf(fix.kind, fix.flyOver));
+    const std::vector<PathFix>& fixes = scene.path.fixes();
+    for (std::size_t i = 0; i < fixes.size(); ++i) {
+        add(i == scene.nextFix ? ActiveFix : Fixes, scene, fixes[i].position,
+            symbolOf(fixes[i].kind, fixes[i].flyOver));
     }
 }
 

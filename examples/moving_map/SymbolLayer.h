@@ -8,9 +8,9 @@
 
 namespace MovingMap {
 
-/// Symbols of the fixes and stations on the map, each by its kind; the fix that the active leg leads to stands out.
+/// Symbols of the fixes and stations on the map, each by its kind; the next fix stands out.
 ///
-/// They are made anew only when the view or the active leg changes.
+/// They are made anew only when the view or the next fix changes.
 class SymbolLayer
 {
 public:
@@ -34,7 +34,7 @@ private:
 
     std::array<Tavik::OpenGL::VectorFont, LookCount> mSymbols;
     std::optional<MapView> mView; // for which the symbols were made
-    std::size_t mLeg = 0;         // that was active then
+    std::size_t mNextFix = 0;     // likewise
     GeoBounds mVisible;           // of the view
 };
 

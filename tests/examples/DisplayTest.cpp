@@ -63,6 +63,7 @@ Route northwards()
     leg.altitudeMetres = 3000.0;
     route.legs.push_back(leg);
     route.stations.push_back({"MIDDLE", {45.5, 7.55}});
+    route.airspaces.push_back({"ZONE", AirspaceClass::D, {0.0, "GND"}, {900.0, "3000"}, circlePoints(leg.to, 9000.0)});
     return route;
 }
 
@@ -98,7 +99,7 @@ TEST_F(DisplayTest, FramesInWhichNothingChangedTakeNoMemory)
         settings.trackUp = trackUp;
         settings.rangeMiles = 12.0;
         const auto frame = [&] {
-            display.update(settings, simulation, Size, Size);
+            display.update(settings, simulation, 640, 480); // room for the camera's picture and the figures
             display.render();
         };
         allocations = 0;
