@@ -72,7 +72,8 @@ Tesselator::TessPolygon Tesselator::tesselate()
     setCallback(tess.get(), GLU_TESS_END, endCB);
     setCallback(tess.get(), GLU_TESS_ERROR, errorCB);
 
-    std::vector<Corner> corners(mVertices.size()); // GLU keeps their addresses until the end
+    mTessPolygon.mVertices.reserve(2 * mVertices.size()); // enough where no edges cross
+    std::vector<Corner> corners(mVertices.size());        // GLU keeps their addresses until the end
     auto nextContour = mContourStarts.begin();
     gluTessBeginPolygon(tess.get(), nullptr);
     gluTessBeginContour(tess.get());
