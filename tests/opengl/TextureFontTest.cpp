@@ -14,7 +14,9 @@
 #include <iterator>
 #include <limits>
 #include <string>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 using namespace Tavik::OpenGL;
@@ -36,6 +38,29 @@ struct Box
     int bottom = 1000;
     int right = -1; // one past the last pixel, as top
     int top = -1;
+};
+
+struct Atlas
+{
+    explicit Atlas(unsigned int texture)
+    {
+        glBindTexture(GL_TEXTURE_2D, texture);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &height);
+        texels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_RED, GL_UNSIGNED_BYTE, texels.data());
+        glBindTexture(GL_TEXTURE_2D, 0);
+    }
+
+    int at(int x, int y) const
+    {
+        return texels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+    }
+
+    int width = 0;
+    int height = 0;
+    std::vector<unsigned char> texels;
 };
 
 Matrix4<float> moved(double x, double y)
@@ -184,7 +209,8 @@ TYPED_TEST(TextureFontTest, EdgesAreCrispAtAllSizes)
 
 TYPED_TEST(TextureFontTest, NeighboursInTheAtlasNeverShow)
 {
-    constexpr double Reach = 0.2 * 16 + 2.0; // the outline, and a pixel of softness each way
+    // The outline, and a pixel of softness each way.
+    constexpr double Reach = std::is_same_v<TypeParam, TextureFontSdf> ? 0.2 * 16 + 2.0 : 2.0;
     for (const int size : {50, 75}) {
         TypeParam font = this->loaded(50);
         font.setSize(size);
@@ -214,13 +240,35 @@ TYPED_TEST(TextureFontTest, NeighboursInTheAtlasNeverShow)
 
 TYPED_TEST(TextureFontTest, GreyAndOneBitGlyphsAreDrawnWhereTheyStand)
 {
-    TypeParam font;
-    FontType metrics;
+    constexpr int Spread = std::is_same_v<TypeParam, TextureFontSdf> ? 14 : 4;
+    const std::vector<char> scalable = fontData();
     const std::string data = bitmapFont();
-    ASSERT_NE(font.createGlyphTexture(data.data(), static_cast<int>(data.size()), metrics), 0u);
+    TypeParam font = this->loaded(50);
+    FontType grey;
+    FontType oneBit;
+    ASSERT_NE(font.createGlyphTexture(scalable.data(), static_cast<int>(scalable.size()), grey), 0u);
+    ASSERT_NE(font.createGlyphTexture(data.data(), static_cast<int>(data.size()), oneBit), 0u);
+
+    // The lower left corners of a glyph, one that is full there, by its record.
+    for (const auto& [type, byte, height] :
+         {std::tuple{&grey, 'H', 0}, {&grey, 'k', 0}, {&grey, '\xDE', 0}, {&oneBit, 'B', 40}, {&oneBit, 'A', 40}}) {
+        const Atlas atlas(type->texture);
+        const GlyphRecord& glyph = type->glyph(byte);
+        const int slotX = static_cast<int>(std::lround(glyph.u0 * float(atlas.width))) + Spread;
+        const int slotY = static_cast<int>(std::lround(glyph.t0 * float(atlas.height)));
+        const int x = slotX + (height == 0 ? 0 : Spread);
+        const int y = height == 0 ? slotY + Spread : slotY / (height + Spread) * (height + 2 * Spread);
+        EXPECT_GE(atlas.at(x + 1, y + 1), 128) << byte;
+        EXPECT_GE(atlas.at(x + 1, y + int(glyph.rows) - 2), 128) << byte;
+        EXPECT_LT(atlas.at(x - 1, y), 128) << byte;
+        EXPECT_LT(y == 0 ? 0 : atlas.at(x, y - 1), 128) << byte;
+        EXPECT_NEAR(glyph.u1 - glyph.u0, (glyph.width + float(2 * Spread)) / float(atlas.width), 1e-6f) << byte;
+        EXPECT_NEAR(glyph.t1 - glyph.t0, (glyph.rows + float(2 * Spread)) / float(atlas.height), 1e-6f) << byte;
+    }
+    EXPECT_EQ(oneBit.glyph('A').advance, 25.0f);
+    EXPECT_EQ(oneBit.glyph('B').top, 32.0f);
+
     ASSERT_TRUE(font.loadData("blocks", data.data(), static_cast<int>(data.size()), 50));
-    EXPECT_EQ(metrics.glyph('A').advance, 25.0f);
-    EXPECT_EQ(metrics.glyph('B').top, 32.0f);
     for (const auto& [text, expected] : {std::pair{"A", Box{12, 20, 32, 50}}, {"B", Box{13, 12, 25, 52}}}) {
         const Box box = this->ink(this->drawn([&, t = text] { font.renderFont(10, 20, t, TypeParam::BottomLeft); }));
         EXPECT_EQ(box.left, expected.left) << text;
@@ -228,6 +276,11 @@ TYPED_TEST(TextureFontTest, GreyAndOneBitGlyphsAreDrawnWhereTheyStand)
         EXPECT_EQ(box.right, expected.right) << text;
         EXPECT_EQ(box.top, expected.top) << text;
     }
+    // Upright: an L has its foot below.
+    TypeParam letters = this->loaded(50);
+    const Picture foot = this->drawn([&] { letters.renderFont(10, 20, "L", TypeParam::BottomLeft); });
+    EXPECT_GT(this->at(foot, 32, 22)[0], 200);
+    EXPECT_LT(this->at(foot, 32, 50)[0], 60);
     if constexpr (std::is_same_v<TypeParam, TextureFont>) { // which rasterises at the size of the text
         testing::internal::GetCapturedStdout();
         testing::internal::CaptureStdout();
@@ -399,27 +452,27 @@ TEST_F(TextureFontSdfTest, OutlinesSurroundLettersAndSpareTheirNeighbours)
     TextureFontSdf font = loaded(50);
     font.setColor({1.0f, 1.0f, 1.0f, 1.0f});
     font.setOutlineColor({1.0f, 0.0f, 0.0f, 1.0f});
-    const auto red = [&](const Picture& picture) {
-        int count = 0;
-        for (int x = 0; x < Size; ++x) {
-            const Picture::Pixel p = at(picture, x, 50);
-            count += p[0] > 200 && p[1] < 60 ? 1 : 0;
-        }
-        return count;
-    };
-    int whiteWithout = 0;
+    for (const double x : {20.0, 29.0, 38.0}) { // closer than the outlines are wide
+        font.addText("l", moved(x, 40), TextureFontSdf::BottomLeft);
+    }
+    std::size_t inkWithout = 0;
     for (const float width : {0.0f, 0.1f, 0.2f, 0.3f, 0.4f}) {
         font.setOutlineWidth(width);
-        const Picture text = drawn([&] { font.renderFont(20, 40, "lll", TextureFontSdf::BottomLeft); });
-        int white = 0;
+        const Picture text = drawn([&] { font.render(); });
+        std::vector<int> white;
+        int red = 0; // left of the first stem
         for (int x = 0; x < Size; ++x) {
-            white += at(text, x, 50)[1] > 150 ? 1 : 0;
+            const Picture::Pixel p = at(text, x, 50);
+            if (p[1] > 150) {
+                white.push_back(x);
+            }
+            red += white.empty() && p[0] > 150 && p[1] < 100 ? 1 : 0;
         }
-        whiteWithout = width == 0.0f ? white : whiteWithout;
-        EXPECT_EQ(white, whiteWithout) << width << ": stems keep their ink";
-        // Six sides, of which the four inner ones share gaps of 10 pixels less the soft edges.
-        EXPECT_NEAR(red(text), width == 0.0f ? 0 : 6 * (16.0f * width - 0.5f), 6.0f) << width;
+        inkWithout = width == 0.0f ? white.size() : inkWithout;
+        EXPECT_EQ(white.size(), inkWithout) << width << ": stems keep their ink";
+        EXPECT_NEAR(static_cast<float>(red), 16.0f * width, 1.0f) << width;
     }
+    font.clearVertex();
     font.setOutlineWidth(0.3f);
     font.setColor({1.0f, 1.0f, 1.0f, 0.0f});
     const Picture hollow = drawn([&] { font.renderFont(20, 40, "l", TextureFontSdf::BottomLeft); });
