@@ -30,10 +30,9 @@ namespace Tavik::OpenGL {
 /// asked for, which is FreeType's em: capitals are about 0.73 of it high.
 ///
 /// Outlines are measured in the units of the distance field: a width of w reaches w × 16 × size / 50 pixels out. Widths
-/// up to 0.4 show whole at 30 pixels and more; smaller text is blurred over more of the field, where up to
-/// 0.43 - 3.2 / size is drawn evenly and what is wider ends a little hard. Text of an opaque colour is drawn twice, all
-/// outlines below all letters, so that no letter loses ink to its neighbour's outline; text of a translucent colour
-/// is drawn letter after letter.
+/// up to 0.43 - 3.2 / size (0.23 at 16 pixels, 0.37 at 50) fade out evenly; wider ones end a little hard, and above
+/// 0.43 the field ends. Text of an opaque colour is drawn twice, all outlines below all letters, so that no letter
+/// loses ink to its neighbour's outline; text of a translucent colour is drawn letter after letter.
 ///
 /// Before a font is loaded, and after loading one has failed, text is dropped and nothing is drawn. Drawing leaves
 /// blending on (source alpha over what is there), and no program and no vertex array bound; the bound textures stay.
@@ -128,7 +127,7 @@ public:
     void setColor(Math::Vector4<float> color) { mColor = color; }
     void setOutlineColor(Math::Vector4<float> color) { mOutlineColor = color; }
 
-    /// @param width  0 for none, up to 0.4: see above
+    /// @param width  0 for none, up to 0.43: see above
     void setOutlineWidth(float width) { mOutlineWidth = width; }
 
     /// OpenGL's name of the atlas, 0 without a font.
