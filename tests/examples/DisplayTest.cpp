@@ -33,12 +33,6 @@ thread_local std::size_t allocations = 0;
     throw std::bad_alloc();
 }
 
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*unused*/) noexcept
-{
-    ++allocations;
-    return std::malloc(size);
-}
-
 [[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
