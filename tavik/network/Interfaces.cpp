@@ -25,6 +25,15 @@ std::uint32_t ipv4Address(const sockaddr* address)
     return ntohl(reinterpret_cast<const sockaddr_in*>(address)->sin_addr.s_addr);
 }
 
+/// @return host byte order; 0 for none
+std::uint32_t broadcastAddress(const ifaddrs& entry)
+{
+    // Without the flag the field holds the other end of a point-to-point link, and where the interface has been given
+    // no broadcast address, its own.
+    const std::uint32_t address = (entry.ifa_flags & IFF_BROADCAST) != 0 ? ipv4Address(entry.ifa_broadaddr) : 0;
+    return address == ipv4Address(entry.ifa_addr) ? 0 : address;
+}
+
 } // namespace
 
 std::vector<NetworkAdapter> listInterfaces()
@@ -43,8 +52,7 @@ std::vector<NetworkAdapter> listInterfaces()
         NetworkAdapter adapter;
         adapter.name = entry->ifa_name;
         adapter.address = ipv4Address(entry->ifa_addr);
-        // Without the flag the field holds the other end of a point-to-point link.
-        adapter.broadcast = (entry->ifa_flags & IFF_BROADCAST) != 0 ? ipv4Address(entry->ifa_broadaddr) : 0;
+        adapter.broadcast = broadcastAddress(*entry);
         adapter.netmask = ipv4Address(entry->ifa_netmask);
         adapters.push_back(std::move(adapter));
     }

@@ -13,6 +13,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <new>
@@ -62,7 +63,9 @@ void writeContent(std::string_view answer, const std::string& fileName)
         FileSystem::Directory::createDirectoryRecursive(FileSystem::Directory::extractPathFomFile(fileName));
     }
     if (!FileSystem::replaceFile(fileName, answer.substr(begin))) {
+        const int reason = errno; // which printing may change
         std::printf("could not open <%s>\n", fileName.c_str());
+        errno = reason;
         std::perror("fopen");
     }
 }

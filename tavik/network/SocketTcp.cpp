@@ -23,8 +23,9 @@ namespace {
 constexpr std::uint32_t BufferBytes = 1'048'576;
 constexpr std::uint32_t HeaderBytes = sizeof(MsgHeader);
 
-// Copying a message together costs less than handing it over in two pieces up to about this size.
-constexpr std::uint32_t LargestAssembledBytes = 4096;
+// Copying a message together costs less than handing it over in two pieces up to about this size, and the kernel calls
+// a socket writable only while it takes many times as much.
+constexpr std::uint32_t SmallMessageBytes = 4096;
 
 constexpr std::int64_t MicrosecondsPerMs = 1000;
 
@@ -70,13 +71,20 @@ long uninterrupted(Call call)
     return result;
 }
 
+/// Whether a call that does not wait failed where a look beforehand would have said "not now": no data or no room, or
+/// a descriptor that is not open.
+bool isNotReady(int error)
+{
+    return error == EAGAIN || error == EWOULDBLOCK || error == EBADF;
+}
+
 } // namespace
 
 SocketTcp::SocketTcp() : mReceiveBuffer(makeBuffer()), mSendBuffer(makeBuffer()) {}
 
 SocketTcp::SocketTcp(const SocketTcp& other)
     : mSd(other.mSd), mIsConnected(other.mIsConnected), mName(other.mName), mReceiveBuffer(makeBuffer()),
-      mSendBuffer(makeBuffer()), mReceiveFill(other.mReceiveFill)
+      mSendBuffer(makeBuffer()), mReceiveFill(mReceiveBuffer != nullptr ? other.mReceiveFill : 0)
 {}
 
 SocketTcp& SocketTcp::operator=(const SocketTcp& other) // NOLINT(cert-oop54-cpp): to itself it does the same
@@ -87,7 +95,7 @@ SocketTcp& SocketTcp::operator=(const SocketTcp& other) // NOLINT(cert-oop54-cpp
     mReceiveBuffer = makeBuffer();
     mSendBuffer = makeBuffer();
     mReceiveBegin = 0;
-    mReceiveFill = other.mReceiveFill;
+    mReceiveFill = mReceiveBuffer != nullptr ? other.mReceiveFill : 0;
     mSd = other.mSd;
     mIsConnected = other.mIsConnected;
     mName = other.mName;
@@ -163,7 +171,7 @@ bool SocketTcp::createTcpClientSocketNonBlock(unsigned long address, int port, u
     setNonBlocking(mSd, 1);
     setCloseOnExec(mSd, "createTcpClientSocketNonBlock fcntl");
     const sockaddr_in peer = socketAddress(address, port);
-    // Whatever it says: the wait and the pending error tell how it went.
+    // How it went is told by the wait and the pending error; neither knows of an attempt that could not even begin.
     static_cast<void>(connect(mSd, reinterpret_cast<const sockaddr*>(&peer), sizeof peer));
     if (waitFor(mSd, Readiness::Writable, timeoutMs * MicrosecondsPerMs) < 1 || pendingError(mSd) != 0) {
         return fail();
@@ -174,12 +182,19 @@ bool SocketTcp::createTcpClientSocketNonBlock(unsigned long address, int port, u
 
 int SocketTcp::read(void* buffer, unsigned int length, unsigned int timeoutMs)
 {
-    if (!mIsConnected || waitFor(mSd, Readiness::Readable, timeoutMs * MicrosecondsPerMs) < 1) {
+    if (!mIsConnected) {
         return 0;
     }
-    const long count = uninterrupted([&] { return recv(mSd, buffer, length, 0); });
+    // Without a wait the receive itself tells whether there is something, which saves a call.
+    if (timeoutMs > 0 && waitFor(mSd, Readiness::Readable, timeoutMs * MicrosecondsPerMs) < 1) {
+        return 0;
+    }
+    const long count = uninterrupted([&] { return recv(mSd, buffer, length, timeoutMs > 0 ? 0 : MSG_DONTWAIT); });
     if (count > 0) {
         return static_cast<int>(count);
+    }
+    if (count < 0 && timeoutMs == 0 && isNotReady(errno)) {
+        return 0;
     }
     const int reason = errno;
     closeConnection();
@@ -234,7 +249,7 @@ int SocketTcp::writePackage(const void* payload, const MsgHeader& header, unsign
     }
     sendPendingMessages();
     long sent = 0;
-    if (mQueue.isEmpty() && selectWrite(mSd, 0) == 1) {
+    if (mQueue.isEmpty()) {
         sent = sendMessage(payload, header);
         if (sent < 0) {
             std::printf("SocketTcp::writePackage ret %d\n", static_cast<int>(sent));
@@ -245,13 +260,17 @@ int SocketTcp::writePackage(const void* payload, const MsgHeader& header, unsign
     return 0;
 }
 
-/// Sends once.
-/// @return what send() returned
+/// Sends once, if the socket takes data now.
+/// @return what send() returned, 0 when the socket takes nothing now
 long SocketTcp::sendMessage(const void* payload, const MsgHeader& header)
 {
     const std::uint32_t total = HeaderBytes + header.dataLength;
-    if (total <= LargestAssembledBytes && assemble(payload, header)) {
-        return uninterrupted([&] { return send(mSd, mSendBuffer.get(), total, 0); });
+    if (total <= SmallMessageBytes && assemble(payload, header)) {
+        const long sent = uninterrupted([&] { return send(mSd, mSendBuffer.get(), total, MSG_DONTWAIT); });
+        return sent < 0 && isNotReady(errno) ? 0 : sent;
+    }
+    if (selectWrite(mSd, 0) < 1) {
+        return 0;
     }
     // sendmsg() only reads, whatever its types say.
     std::array<iovec, 2> pieces = {
@@ -342,7 +361,7 @@ int SocketTcp::receiveMore()
         mReceiveBegin = 0;
     }
     const std::uint32_t room = mReceiveBuffer != nullptr ? BufferBytes - 1 - mReceiveFill : 0;
-    const int count = read(mReceiveBuffer.get() + mReceiveFill, room, 0);
+    const int count = read(mReceiveBuffer.get() + mReceiveFill, room, 0); // without a buffer the fill is 0
     if (count > 0) {
         mReceiveFill += static_cast<std::uint32_t>(count);
     }

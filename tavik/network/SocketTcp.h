@@ -87,7 +87,8 @@ public:
     /// @param port  1 to 65535
     bool createTcpClientSocket(unsigned long address, int port);
 
-    /// Connects, waiting no longer than told.
+    /// Connects, waiting no longer than told. Where this host has no way at all to the address (its network is down,
+    /// say), this succeeds all the same, and the first readPackage() tells that the connection is over.
     /// @param timeoutMs  milliseconds
     bool createTcpClientSocketNonBlock(unsigned long address, int port, unsigned int timeoutMs);
 

@@ -147,14 +147,21 @@ TEST(SocketTcpTest, sendsHeadersAsTheyAreAndRefusesWhatDoesNotFit)
     EXPECT_EQ(peer.socket.bufferSize(), 0);
 }
 
-TEST(SocketTcpTest, queuesWhatTheSocketDoesNotTakeAndKeepsTheStreamWhole)
+/// Small messages and large ones go different ways.
+class FullSocketTest : public testing::TestWithParam<unsigned int>
+{
+};
+
+INSTANTIATE_TEST_SUITE_P(Sizes, FullSocketTest, testing::Values(300u, 50'000u));
+
+TEST_P(FullSocketTest, queuesWhatTheSocketDoesNotTakeAndKeepsTheStreamWhole)
 {
     RawPeer peer;
-    constexpr std::size_t Size = 50'000;
+    const std::size_t size = GetParam();
     unsigned int written = 0;
-    while (peer.socket.queueOverflow() < 5 && written < 5000) { // nobody reads
-        const std::string payload(Size, static_cast<char>('a' + written % 26));
-        peer.socket.writePackage(payload.data(), headerOf(written, Size), 0);
+    while (peer.socket.queueOverflow() < 5 && written < 100'000) { // nobody reads
+        const std::string payload(size, static_cast<char>('a' + written % 26));
+        peer.socket.writePackage(payload.data(), headerOf(written, size), 0);
         ++written;
     }
     ASSERT_EQ(peer.socket.queueOverflow(), 5u);
@@ -166,17 +173,17 @@ TEST(SocketTcpTest, queuesWhatTheSocketDoesNotTakeAndKeepsTheStreamWhole)
         peer.socket.sendPendingMessages();
     }
     received += peer.receive();
-    ASSERT_EQ(received.size() % (Size + 24), 0u) << "the begin of a message without its rest";
-    const std::size_t count = received.size() / (Size + 24);
+    ASSERT_EQ(received.size() % (size + 24), 0u) << "the begin of a message without its rest";
+    const std::size_t count = received.size() / (size + 24);
     EXPECT_EQ(count, written - 5u);
     unsigned int lost = 0;
     for (std::size_t i = 0; i < count; ++i) {
         MsgHeader header;
-        std::memcpy(&header, received.data() + i * (Size + 24), sizeof header);
+        std::memcpy(&header, received.data() + i * (size + 24), sizeof header);
         ASSERT_EQ(header.version, MsgHeader::Version) << i;
         lost = header.msgType - static_cast<unsigned int>(i);
         ASSERT_TRUE(lost == 0 || lost == 5) << "the oldest five that were still whole, at message " << i;
-        ASSERT_EQ(received[i * (Size + 24) + 24 + Size - 1], static_cast<char>('a' + header.msgType % 26));
+        ASSERT_EQ(received[i * (size + 24) + 24 + size - 1], static_cast<char>('a' + header.msgType % 26));
     }
     EXPECT_EQ(lost, 5u);
 }
