@@ -4,8 +4,6 @@
 #include <moving_map/Symbols.h>
 #include <tavik/opengl/MatrixStack.h>
 
-#include <array>
-
 namespace MovingMap {
 
 namespace {
@@ -22,43 +20,23 @@ constexpr float LineWidth = 2.0f;
 
 constexpr std::uint16_t Dashes = 0xFFFF; // 16 pixels drawn, 16 left out
 
-constexpr int NumberSize = 15;
-constexpr float NumberWidth = 20.0f;
 constexpr float NumberDistance = 13.0f; // from the ticks to its middle
 constexpr float SmallestRadius = 90.0f; // with a number each 30 degrees
 
-struct Number
-{
-    int bearing;
-    const char* text;
-};
-
-// Tens of degrees, as on a compass card.
-constexpr std::array<Number, 12> Numbers = {{{0, "N"},
-                                             {30, "3"},
-                                             {60, "6"},
-                                             {90, "E"},
-                                             {120, "12"},
-                                             {150, "15"},
-                                             {180, "S"},
-                                             {210, "21"},
-                                             {240, "24"},
-                                             {270, "W"},
-                                             {300, "30"},
-                                             {330, "33"}}};
-
-bool hasRoom(const Scene& scene, const Number& number)
-{
-    return CompassLayer::radius(scene) >= SmallestRadius || number.bearing % 90 == 0;
-}
-
-Pixel placeOf(const Scene& scene, const Number& number)
-{
-    const Pixel aircraft = scene.view.toPixel(scene.aircraft.position);
-    return aircraft + scene.view.direction(number.bearing) * (CompassLayer::radius(scene) - LongTick - NumberDistance);
-}
-
 } // namespace
+
+const std::array<CompassLayer::Number, 12> CompassLayer::Numbers = {{{0, "N"},
+                                                                     {30, "3"},
+                                                                     {60, "6"},
+                                                                     {90, "E"},
+                                                                     {120, "12"},
+                                                                     {150, "15"},
+                                                                     {180, "S"},
+                                                                     {210, "21"},
+                                                                     {240, "24"},
+                                                                     {270, "W"},
+                                                                     {300, "30"},
+                                                                     {330, "33"}}};
 
 float CompassLayer::radius(const Scene& scene)
 {
@@ -94,32 +72,17 @@ void CompassLayer::render(const Scene& scene)
     mLubber.setColor(Palette::Aircraft);
     mLubber.render();
     Tavik::OpenGL::MatrixPop();
-
-    if (mView != scene.view || !(mAircraft == scene.aircraft.position)) {
-        writeNumbers(scene);
-        mView = scene.view;
-        mAircraft = scene.aircraft.position;
-    }
-    mNumbers.render();
 }
 
-void CompassLayer::writeNumbers(const Scene& scene)
+Pixel CompassLayer::numberPlace(const Scene& scene, int bearing)
 {
-    mNumbers.clear();
-    for (const Number& number : Numbers) {
-        if (hasRoom(scene, number)) {
-            mNumbers.add(number.text, placeOf(scene, number), NumberSize, TextAlign::Centre);
-        }
-    }
+    const Pixel aircraft = scene.view.toPixel(scene.aircraft.position);
+    return aircraft + scene.view.direction(bearing) * (radius(scene) - LongTick - NumberDistance);
 }
 
-void CompassLayer::addNumbers(const Scene& scene, std::vector<Box>& boxes)
+bool CompassLayer::showsNumber(const Scene& scene, int bearing)
 {
-    for (const Number& number : Numbers) {
-        if (hasRoom(scene, number)) {
-            boxes.push_back(Box::about(placeOf(scene, number), {NumberWidth, NumberSize}));
-        }
-    }
+    return radius(scene) >= SmallestRadius || bearing % 90 == 0;
 }
 
 /// With north up, about the origin.

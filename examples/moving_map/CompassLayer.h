@@ -1,48 +1,48 @@
 #pragma once
 
-#include <moving_map/LabelPlacement.h>
 #include <moving_map/Scene.h>
-#include <moving_map/Text.h>
 #include <tavik/opengl/LineLoops.h>
 #include <tavik/opengl/Lines.h>
 #include <tavik/opengl/Polygon.h>
 
-#include <optional>
-#include <vector>
+#include <array>
 
 namespace MovingMap {
 
 /// The compass rose about the aircraft, whose rim is the outer range ring: a tick each 5 degrees, longer each 10 and
-/// 30, upright numbers each 30, a lubber mark at the track, and a ring at half the range.
+/// 30, a lubber mark at the track, and a ring at half the range. Its numbers are labels of the map.
 ///
-/// The rose is made anew only when its radius changes, and turned by its matrix; the numbers when the view or the
-/// aircraft moves.
+/// The rose is made anew only when its radius changes, and turned by its matrix.
 class CompassLayer
 {
 public:
-    CompassLayer() : mNumbers(Palette::Text) {}
-
     void render(const Scene& scene);
-
-    /// Adds where its numbers stand, in pixels of the map.
-    static void addNumbers(const Scene& scene, std::vector<Box>& boxes);
 
     /// Radius of the rim in pixels.
     static float radius(const Scene& scene);
 
+    struct Number
+    {
+        int bearing;
+        const char* text; ///< tens of degrees, or a letter
+    };
+    static const std::array<Number, 12> Numbers;
+
+    /// The middle of the number at a bearing, in pixels of the map.
+    static MapView::Pixel numberPlace(const Scene& scene, int bearing);
+
+    /// Whether the rose is large enough for that number.
+    static bool showsNumber(const Scene& scene, int bearing);
+
 private:
     void build(float radius);
-    void writeNumbers(const Scene& scene);
 
-    float mRadius = 0.0f;         // for which it was built
-    std::optional<MapView> mView; // for which the numbers were written
-    Position mAircraft;           // likewise
+    float mRadius = 0.0f; // for which it was built
     Tavik::OpenGL::LineLoops mRim;
     Tavik::OpenGL::LineLoops mHalf;
     Tavik::OpenGL::Lines mTicks;
     Tavik::OpenGL::LineLoops mLubberEdge;
     Tavik::OpenGL::Polygon mLubber;
-    TextBatch mNumbers;
 };
 
 } // namespace MovingMap

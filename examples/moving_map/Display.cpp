@@ -65,7 +65,6 @@ void Display::arrange(const DisplaySettings& settings, int widthPixels, int heig
 void Display::placeLabels(bool showsCamera)
 {
     mCovered.clear();
-    CompassLayer::addNumbers(mScene, mCovered);
     mDataBlock.update(mScene);
     mCamera.update(mScene, showsCamera);
     for (const std::optional<Box>& box : {mDataBlock.box(), mCamera.box()}) {

@@ -46,9 +46,11 @@ struct Sight
 std::vector<Sight> sights()
 {
     std::vector<Sight> result;
-    for (double d = NearestMetres; d < FarthestMetres; d += std::max(NearStepMetres, FarStep * d)) {
+    double d = NearestMetres;
+    while (d < FarthestMetres) {
         const double drop = d * d / (2.0 * EarthRadiusMetres) * (1.0 - Refraction);
         result.push_back({d, drop, static_cast<float>(1.0 - std::exp(-d / HazeMetres))});
+        d += std::max(NearStepMetres, FarStep * d);
     }
     return result;
 }

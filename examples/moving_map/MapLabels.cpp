@@ -18,8 +18,10 @@ using Pixel = MapView::Pixel;
 constexpr int NameSize = 16;
 constexpr int AirspaceSize = 13;
 constexpr int RangeSize = 12;
+constexpr int NumberSize = 15;
 constexpr float LineStep = 1.25f; // of the size, from baseline to baseline
 
+constexpr int NumberPriority = 60;
 constexpr int NextPriority = 50;
 constexpr int FixPriority = 40;
 constexpr int StationPriority = 30;
@@ -29,7 +31,8 @@ constexpr int AirspacePriority = 10;
 constexpr float EdgeMargin = 4.0f; // of the map
 constexpr float OutlinePixels = 2.0f;
 constexpr float Clearance = SymbolLayer::SymbolRadius + 6.0f;
-constexpr double OutsideCost = 2.0; // of an airspace's label on its edge, all of it as good as outside
+constexpr double SmallestRoom = 0.45; // for half of an airspace's label, between its middle and the edge
+constexpr double OutsideCost = 2.0;   // of an airspace's label on its edge, all of it as good as outside
 constexpr double FartherCost = 0.02f;
 constexpr int RimChords = 36;
 
@@ -49,20 +52,23 @@ std::string milesText(double metres)
 
 MapLabels::MapLabels(const Route& route, const RoutePath& path)
     : mFixText(Palette::OtherLeg), mActiveText(Palette::ActiveLeg), mStationText(Palette::Station),
-      mObstacleText(Palette::Obstacle), mRangeText(Palette::RangeText)
+      mObstacleText(Palette::Obstacle), mRangeText(Palette::RangeText), mNumberText(Palette::Text)
 {
     for (std::size_t i = 0; i < AirspaceClassCount; ++i) {
         mAirspaceTexts.emplace_back(airspaceStyle(static_cast<AirspaceClass>(i)).edge.color);
     }
     for (const PathFix& fix : path.fixes()) {
-        add({{fix.name}, NameSize, &mFixText, fix.position, {}, 0.0, 0.0}, FixPriority);
+        add({{fix.name}, NameSize, &mFixText, fix.position, {}, 0.0, 0.0, {}}, FixPriority);
     }
     for (const Station& station : route.stations) {
         TextBatch* batch = station.kind == FixKind::Obstacle ? &mObstacleText : &mStationText;
-        add({{station.name}, NameSize, batch, station.position, {}, 0.0, 0.0}, StationPriority);
+        add({{station.name}, NameSize, batch, station.position, {}, 0.0, 0.0, {}}, StationPriority);
     }
     for (const double part : {0.5, 1.0}) {
-        add({{""}, RangeSize, &mRangeText, {}, {}, 0.0, part}, RangePriority);
+        add({{""}, RangeSize, &mRangeText, {}, {}, 0.0, part, {}}, RangePriority);
+    }
+    for (const CompassLayer::Number& number : CompassLayer::Numbers) {
+        add({{number.text}, NumberSize, &mNumberText, {}, {}, 0.0, 0.0, number.bearing}, NumberPriority);
     }
     for (const Airspace& airspace : route.airspaces) {
         addAirspace(airspace);
@@ -123,6 +129,10 @@ void MapLabels::update(const Scene& scene, const std::vector<Box>& covered)
                 measure(i);
             }
             setPlacesOnRing(scene, entry, label);
+        } else if (entry.bearing) {
+            if (CompassLayer::showsNumber(scene, *entry.bearing)) {
+                label.places.push_back({CompassLayer::numberPlace(scene, *entry.bearing), 0.0f});
+            }
         } else if (!entry.points.empty()) {
             setPlacesInside(scene, entry, label);
         } else if (visible.mayTouch(entry.position, entry.position) && pointCount < MostPoints) {
@@ -192,6 +202,9 @@ void MapLabels::setPlacesInside(const Scene& scene, const Entry& entry, PlacedLa
     }
     for (const InteriorPoint& point : entry.points) {
         const double room = point.clearanceMetres / metresPerPixel / (0.5 * label.size.x);
+        if (room < SmallestRoom) {
+            continue;
+        }
         const double cost =
             OutsideCost * std::max(1.0 - room, 0.0) + FartherCost * static_cast<double>(label.places.size());
         label.places.push_back({scene.view.toPixel(point.position), static_cast<float>(cost)});
@@ -200,7 +213,7 @@ void MapLabels::setPlacesInside(const Scene& scene, const Entry& entry, PlacedLa
 
 void MapLabels::fillBatches(const Scene& scene)
 {
-    for (TextBatch* batch : {&mFixText, &mActiveText, &mStationText, &mObstacleText, &mRangeText}) {
+    for (TextBatch* batch : {&mFixText, &mActiveText, &mStationText, &mObstacleText, &mRangeText, &mNumberText}) {
         batch->clear();
     }
     for (TextBatch& batch : mAirspaceTexts) {
@@ -226,7 +239,7 @@ void MapLabels::render()
     for (TextBatch& batch : mAirspaceTexts) {
         batch.render();
     }
-    for (TextBatch* batch : {&mRangeText, &mObstacleText, &mStationText, &mFixText, &mActiveText}) {
+    for (TextBatch* batch : {&mRangeText, &mNumberText, &mObstacleText, &mStationText, &mFixText, &mActiveText}) {
         batch->render();
     }
 }

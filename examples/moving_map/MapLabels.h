@@ -10,10 +10,11 @@
 
 namespace MovingMap {
 
-/// Names on the map: fixes, stations, airspaces with their class and limits, and the ranges of the rings.
+/// What is written on the map: the numbers of the compass rose, the names of fixes, stations and airspaces, these with
+/// their class and limits, and the ranges of the rings.
 ///
-/// They are placed anew only when something has moved. The next fix comes first, then the other fixes, stations,
-/// ranges and airspaces.
+/// They are placed anew only when something has moved. The numbers come first, then the next fix, the other fixes,
+/// stations, ranges and airspaces.
 class MapLabels
 {
 public:
@@ -38,6 +39,7 @@ private:
         std::vector<InteriorPoint> points; // of an airspace
         double acrossMetres = 0.0;         // of an airspace, its smaller extent
         double ringPart = 0.0;             // of a ring, its radius as a part of the range
+        std::optional<int> bearing;        // of a number of the rose
     };
 
     /// What the labels depend on.
@@ -64,6 +66,7 @@ private:
     TextBatch mStationText;
     TextBatch mObstacleText;
     TextBatch mRangeText;
+    TextBatch mNumberText;
     std::vector<TextBatch> mAirspaceTexts; // by class
 
     std::vector<Entry> mEntries;      // of the fixes first, in their order

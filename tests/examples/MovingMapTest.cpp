@@ -113,6 +113,8 @@ TEST_F(MovingMap, DrawsMapAndProfileTheSameEachTime)
 
     ASSERT_EQ(run("--size 640x400 --time 600 --track-up --screenshot c.png").exitCode, 0);
     EXPECT_NE(picture.colors, readPng(path("c.png")).colors);
+    ASSERT_EQ(run("--size 640x400 --time 600 --no-camera --screenshot d.png").exitCode, 0);
+    EXPECT_NE(picture.colors, readPng(path("d.png")).colors);
 }
 
 TEST_F(MovingMap, WritesAPictureWhereThereIsNoDisplay)
