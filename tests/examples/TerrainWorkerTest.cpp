@@ -129,11 +129,19 @@ TEST(RouteProfile, ShowsTheGroundUnderThePath)
         worker.finish();
         profile.update(0.0, path.length());
     }
-    const std::vector<float> heights = profile.highest(-0.5 * path.length(), path.length() / 10.0, 20);
-    ASSERT_EQ(heights.size(), 20u);
-    EXPECT_TRUE(std::isnan(heights[3]));
-    for (std::size_t i = 5; i < 15; ++i) { // the beginning of each piece, in the north, is the highest
-        EXPECT_NEAR(heights[i], 500.0 + 1200.0 * (0.9 - 0.08 * static_cast<double>(i - 5)), 3.0) << i;
+    // The ground falls along the path: each point has the height of where its surroundings begin.
+    std::vector<RouteProfile::Point> points;
+    for (const double from : {-0.5 * path.length(), 0.3 * path.length() + 7.0}) {
+        profile.surface(from, 1.5 * path.length(), 16, points);
+        const double step = 16 * RouteProfile::SpacingMetres;
+        EXPECT_EQ(points.front().distanceMetres, std::floor(std::max(from, 0.0) / step) * step);
+        EXPECT_EQ(points.back().distanceMetres, path.length());
+        for (const RouteProfile::Point& point : points) {
+            const double highest = std::ceil(point.distanceMetres / step) * step - 0.5 * step;
+            EXPECT_NEAR(point.heightMetres, 500.0 + 1200.0 * (0.9 - std::max(highest, 0.0) / 111319.49), 3.0)
+                << point.distanceMetres;
+        }
     }
-    EXPECT_TRUE(std::isnan(heights[17]));
+    profile.surface(1.1 * path.length(), 1.5 * path.length(), 16, points);
+    EXPECT_TRUE(points.empty());
 }
