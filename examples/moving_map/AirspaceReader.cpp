@@ -10,6 +10,7 @@ namespace {
 // The boundaries are tessellated before the first frame, which must not take long for any file.
 constexpr std::size_t MostAirspaces = 500;
 constexpr std::size_t MostPoints = 2000;
+constexpr std::size_t MostPointsInAll = 50000;
 
 HeightLimit heightLimit(PlanLine& line, const std::string& what)
 {
@@ -100,6 +101,10 @@ void AirspaceReader::append(const std::vector<Position>& points)
 {
     if (mAirspace.outline.size() + points.size() > MostPoints) {
         throw PlanFault{"the boundary of '" + mAirspace.name + "' has too many corners"};
+    }
+    mPointCount += points.size();
+    if (mPointCount > MostPointsInAll) {
+        throw PlanFault{"the boundaries of the airspaces have too many corners in all"};
     }
     mAirspace.outline.insert(mAirspace.outline.end(), points.begin(), points.end());
 }

@@ -3,6 +3,7 @@
 #include <moving_map/Airspace.h>
 #include <moving_map/PlanLine.h>
 
+#include <cstddef>
 #include <vector>
 
 namespace MovingMap {
@@ -29,9 +30,10 @@ private:
     void append(const std::vector<Position>& points);
 
     std::vector<Airspace>& mAirspaces;
-    Airspace mAirspace;    // being read
-    int mLine = 0;         // of its header; 0 where none is being read
-    bool mIsWhole = false; // a circle has closed its boundary
+    Airspace mAirspace;          // being read
+    std::size_t mPointCount = 0; // of all boundaries
+    int mLine = 0;               // of its header; 0 where none is being read
+    bool mIsWhole = false;       // a circle has closed its boundary
 };
 
 } // namespace MovingMap

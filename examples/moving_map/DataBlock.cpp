@@ -28,6 +28,8 @@ constexpr float CaptionX = 10.0f;
 constexpr float ValueX = 44.0f;
 constexpr float ColumnStep = 124.0f;
 
+constexpr std::size_t LongestName = 40; // far more characters than fit
+
 constexpr int HighestSeconds = 99 * 3600;
 
 int wholeDegrees(double degrees)
@@ -110,7 +112,7 @@ void DataBlock::write(const Figures& figures, const std::string& fixName)
     writeFigure(1, 3, "DIS", formatted("%d.%d NM", figures.tenthMiles / 10, figures.tenthMiles % 10));
 
     writeFigure(0, 2, "TO", {});
-    std::string name = fixName;
+    std::string name = fixName.substr(0, LongestName);
     while (!name.empty() && TextBatch::width(name, ValueSize) > Width - ValueX - CaptionX) {
         name.pop_back();
     }
