@@ -183,7 +183,7 @@ TEST(PlanReader, NamesSourceLineAndFault)
         {zone + "curve 1 1 3 clockwise 0\n", "p:2: second radial is missing"},
         {zone + "corner 1 1 1\n", "p:2: '1' does not belong here"},
         {zone + manyCurves, "p:13: the boundary of 'Z' has too many corners"},
-        {manyAirspaces, "p:304: the boundaries of the airspaces have too many corners in all"},
+        {manyAirspaces, "p:306: the boundaries of the airspaces have too many corners in all"},
         {"airspace Z H ground 2500\n", "p:1: class 'H' is neither"},
         {"airspace Z A 2500 2500\n", "p:1: the ceiling of 'Z' is not above its floor"},
         {"airspace Z A FL20 FL601\n", "p:1: ceiling 'FL601' is neither feet"},
