@@ -4,6 +4,9 @@ set(TAVIK_SANITIZE_FLAGS "")
 if(TAVIK_SANITIZE)
   set(TAVIK_SANITIZE_FLAGS -fsanitize=${TAVIK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
 endif()
+if(TAVIK_BUILD_FUZZERS)
+  list(APPEND TAVIK_SANITIZE_FLAGS -fsanitize=fuzzer-no-link) # coverage, by which libFuzzer finds its way
+endif()
 
 # Language level, warnings and sanitizers for one target.
 #
