@@ -171,15 +171,32 @@ void fill(Store store)
     }
 }
 
-void getDoubleOurs(benchmark::State& state)
+/// Answers of one of the getters. The store holds numbers of all keys.
+template <typename Get>
+void getOurs(benchmark::State& state, Get get)
 {
     Property& properties = Property::instance();
     fill([&](const std::string& key, double value) { properties.setDouble(key, value); });
-    overKeys(state, [&](const std::string& key) { return properties.getDouble(key, 0.0); });
+    overKeys(state, [&](const std::string& key) { return get(properties, key); });
+}
+
+void getDoubleOurs(benchmark::State& state)
+{
+    getOurs(state, [](const Property& properties, const std::string& key) { return properties.getDouble(key, 0.0); });
+}
+
+void getIntOurs(benchmark::State& state)
+{
+    getOurs(state, [](const Property& properties, const std::string& key) { return properties.getInt(key, 0); });
+}
+
+void getSwitchOurs(benchmark::State& state)
+{
+    getOurs(state, [](const Property& properties, const std::string& key) { return properties.getSwitch(key, true); });
 }
 
 /// One hash look-up.
-void getDoubleLimit(benchmark::State& state)
+void getLimit(benchmark::State& state)
 {
     std::unordered_map<std::string, double> values;
     fill([&](const std::string& key, double value) { values[key] = value; });
@@ -196,4 +213,6 @@ BENCHMARK(loadOurs)->Name("load_10000_keys/ours");
 BENCHMARK(loadLimit)->Name("load_10000_keys/limit");
 BENCHMARK(loadTinyXml)->Name("load_10000_keys/peer_tinyxml");
 BENCHMARK(getDoubleOurs)->Name("get_double/ours");
-BENCHMARK(getDoubleLimit)->Name("get_double/limit");
+BENCHMARK(getIntOurs)->Name("get_int/ours");
+BENCHMARK(getSwitchOurs)->Name("get_switch/ours");
+BENCHMARK(getLimit)->Name("get_double/limit");

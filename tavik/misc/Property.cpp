@@ -12,6 +12,15 @@
 
 namespace Tavik::Misc {
 
+namespace {
+
+bool isTrue(std::string_view text)
+{
+    return text == "TRUE" || text == "True" || text == "true";
+}
+
+} // namespace
+
 Property& Property::instance()
 {
     static Property property;
@@ -42,6 +51,8 @@ bool Property::readXmlFile(const std::string& file)
     for (; child != nullptr; child = child->NextSiblingElement()) {
         expected = readTree(expected, *child, "");
     }
+    document.Clear(); // its memory serves for the index
+    indexAll();
     return true;
 }
 
@@ -66,7 +77,12 @@ bool Property::writeXmlFile(const std::string& file) const
 
 void Property::setString(std::string_view key, std::string_view value)
 {
-    store(mProperties.end(), key, value);
+    auto found = mIndex.find(key);
+    if (found == mIndex.end()) {
+        const auto entry = entryOf(key, mProperties.end());
+        found = mIndex.emplace(entry->first, entry).first;
+    }
+    found->second->second.assign(value);
 }
 
 void Property::setInt(std::string_view key, int value)
@@ -93,7 +109,7 @@ std::string Property::getString(std::string_view key, std::string_view defaultVa
 int Property::getInt(std::string_view key, int defaultValue) const
 {
     const Value* value = find(key);
-    return value != nullptr ? value->integer : defaultValue;
+    return value != nullptr ? XML::intFromText(value->text, 10) : defaultValue;
 }
 
 double Property::getDouble(std::string_view key, double defaultValue) const
@@ -105,7 +121,7 @@ double Property::getDouble(std::string_view key, double defaultValue) const
 bool Property::getSwitch(std::string_view key, bool defaultValue) const
 {
     const Value* value = find(key);
-    return value != nullptr ? value->isTrue : defaultValue;
+    return value != nullptr ? isTrue(value->text) : defaultValue;
 }
 
 bool Property::readElement(const XML::XmlElement& element, const std::string& prefix)
@@ -114,6 +130,7 @@ bool Property::readElement(const XML::XmlElement& element, const std::string& pr
         return false;
     }
     readTree(mProperties.begin(), *element.data(), prefix);
+    indexAll();
     return true;
 }
 
@@ -123,25 +140,41 @@ void Property::strip(std::string& text, const std::string& characters)
     text.erase(0, text.find_first_not_of(characters));
 }
 
-/// Stores an entry, without a search where it is or belongs at the expected place.
-/// @return the place of the entry
-Property::Values::iterator Property::store(Values::iterator expected, std::string_view key, std::string_view text)
+void Property::Value::assign(std::string_view newText)
 {
-    if (expected == mProperties.end() || expected->first != key) {
-        const auto found = mIndex.find(key);
-        if (found != mIndex.end()) {
-            expected = found->second;
-        } else {
-            expected = mProperties.emplace_hint(expected, key, Value());
-            mIndex.emplace(expected->first, expected);
+    text = newText;
+    number = XML::doubleFromText(text);
+}
+
+/// The entry of a key, which is added where there is none. Without a search where it is or belongs at the expected
+/// place.
+Property::Values::iterator Property::entryOf(std::string_view key, Values::iterator expected)
+{
+    const auto isAt = [&](Values::iterator entry) { return entry != mProperties.end() && entry->first == key; };
+    const auto belongsBefore = [&](Values::iterator entry) {
+        return (entry == mProperties.end() || key < entry->first) &&
+               (entry == mProperties.begin() || std::prev(entry)->first < key);
+    };
+    if (!isAt(expected) && !belongsBefore(expected)) {
+        expected = mProperties.lower_bound(key);
+    }
+    if (isAt(expected)) {
+        return expected;
+    }
+    auto* kept = static_cast<char*>(mMemory.allocate(key.size(), 1));
+    key.copy(kept, key.size());
+    return mProperties.emplace_hint(expected, std::string_view(kept, key.size()), Value());
+}
+
+/// All at once after reading, which is faster than each by itself.
+void Property::indexAll()
+{
+    if (mIndex.size() < mProperties.size()) {
+        mIndex.reserve(mProperties.size());
+        for (auto entry = mProperties.begin(); entry != mProperties.end(); ++entry) {
+            mIndex.try_emplace(entry->first, entry);
         }
     }
-    Value& value = expected->second;
-    value.text = text;
-    value.integer = XML::intFromText(value.text, 10);
-    value.number = XML::doubleFromText(value.text);
-    value.isTrue = text == "TRUE" || text == "True" || text == "true";
-    return expected;
 }
 
 const Property::Value* Property::find(std::string_view key) const
@@ -164,7 +197,10 @@ Property::Values::iterator Property::readTree(Values::iterator expected, const T
         if (isProperty(*element)) {
             const std::size_t prefixLength = key.size();
             readProperty(*element, key, value);
-            expected = std::next(store(expected, key, value));
+            const auto entry = entryOf(key, expected);
+            entry->second.assign(value);
+            const bool last = entry == std::prev(mProperties.end()); // from which std::next climbs through the tree
+            expected = last ? mProperties.end() : std::next(entry);
             line.assign("Property <").append(key).append("> <").append(value).append(">\n");
             std::fwrite(line.data(), 1, line.size(), stdout);
             key.resize(prefixLength);

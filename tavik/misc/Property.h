@@ -3,6 +3,7 @@
 #include <tavik/Export.h>
 
 #include <map>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,7 +27,7 @@ namespace Tavik::Misc {
 ///
 /// All values are texts; typed setters format them, typed getters parse them. Numbers have a decimal point in every
 /// locale. A getter never stores its default, so the file holds what was read or set, nothing else. A look-up costs
-/// about as much as one in a hash table: numbers are parsed when they are stored.
+/// about as much as one in a hash table.
 ///
 /// One thread at a time while anything is stored or read in; once filled, any number may call the getters.
 ///
@@ -114,22 +115,24 @@ private:
     struct Value
     {
         std::string text;
-        int integer = 0;
-        double number = 0.0;
-        bool isTrue = false;
+        double number = 0.0; // parsed ahead, which takes longer than finding it
+
+        void assign(std::string_view newText);
     };
 
     Property() = default;
 
-    using Values = std::map<std::string, Value>;
+    using Values = std::pmr::map<std::string_view, Value>;
 
-    Values::iterator store(Values::iterator expected, std::string_view key, std::string_view text);
+    Values::iterator entryOf(std::string_view key, Values::iterator expected);
     const Value* find(std::string_view key) const;
     Values::iterator readTree(Values::iterator expected, const TiXmlElement& top, const std::string& prefix);
+    void indexAll();
 
-    Values mProperties;
+    std::pmr::monotonic_buffer_resource mMemory; // for the keys and the map; nothing is ever removed
+    Values mProperties{&mMemory};
     std::string mConfigFile;
-    std::unordered_map<std::string_view, Values::iterator> mIndex; // nothing is ever removed
+    std::unordered_map<std::string_view, Values::iterator> mIndex;
 };
 
 } // namespace Tavik::Misc

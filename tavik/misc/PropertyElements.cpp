@@ -134,7 +134,7 @@ TiXmlElement* appendNew(TiXmlNode& parent, const std::string& name)
 
 bool isProperty(const TiXmlElement& element)
 {
-    return element.ValueStr() == PropertyName;
+    return std::string_view(element.ValueStr()) == PropertyName;
 }
 
 void readProperty(const TiXmlElement& element, std::string& key, std::string& value)
@@ -143,11 +143,12 @@ void readProperty(const TiXmlElement& element, std::string& key, std::string& va
     const std::string* valueText = nullptr;
     bool percent = false;
     for (const TiXmlAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
-        if (a->NameTStr() == KeyName) {
+        const std::string_view name = a->NameTStr();
+        if (name == KeyName) {
             keyText = &a->ValueStr();
-        } else if (a->NameTStr() == ValueName) {
+        } else if (name == ValueName) {
             valueText = &a->ValueStr();
-        } else if (a->NameTStr() == EncodingName) {
+        } else if (name == EncodingName) {
             percent = a->ValueStr() == PercentEncoding;
         }
     }
