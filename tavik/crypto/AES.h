@@ -35,17 +35,20 @@ struct RijndaelKernel;
 class TAVIK_API AES
 {
 public:
+    /// How the blocks of a message depend on each other.
     enum BlockMode : int
     {
         ECB = 0, ///< each block by itself
         CBC = 1  ///< each plain block is first added (XOR) to the encrypted one before it, the first to zeros
     };
 
+    /// @{
     /// Without parameters and keys.
     AES();
     ~AES();
     AES(const AES&) = default;
     AES& operator=(const AES&) = default;
+    /// @}
 
     /// Sets both lengths in bits, each 128, 192 or 256, and drops the keys of both directions.
     /// Any other value leaves the object without parameters.
@@ -57,9 +60,11 @@ public:
     /// Sets the key for decryption: keyLength / 8 bytes. A null key drops it.
     void StartDecryption(const unsigned char* key);
 
+    /// @{
     /// Encrypts or decrypts one block. `out` may be `in`.
     void EncryptBlock(const unsigned char* in, unsigned char* out) const;
     void DecryptBlock(const unsigned char* in, unsigned char* out) const;
+    /// @}
 
     /// Encrypts whole blocks.
     /// @param in,out      blockCount * blockLength / 8 bytes each; `out` may be `in`

@@ -47,7 +47,8 @@ public:
     void FullCRC(const unsigned char* data, unsigned int length, unsigned int* out) const;
 
     /// Continues a running CRC over `length` bytes, without inversion before or after.
-    /// @param crc  the running CRC, changed in place
+    /// @param crc          the running CRC, changed in place
+    /// @param data,length  the bytes that follow
     void PartialCRC(unsigned int* crc, const unsigned char* data, unsigned int length) const;
 
 private:

@@ -32,20 +32,24 @@ public:
     /// Ready for the first update().
     Md5();
 
+    /// @{
     /// Digest of all that is left in the stream, finalized. See update() for the streams.
     explicit Md5(std::FILE* file);
     explicit Md5(std::istream& stream);
     explicit Md5(std::ifstream& stream);
+    /// @}
 
     /// Starts over: forgets all bytes added so far, and a digest.
     void init();
 
     /// Adds bytes. The digest does not depend on how a message is divided into calls; a message may be of any size
     /// (its length is counted in bits modulo 2^64).
-    /// @param data    `length` bytes; null adds nothing
+    /// @param data,length  the bytes and how many they are; null adds nothing
+    ///
     /// After finalize() it prints "Md5::update:  Can't update a finalized digest!" and adds nothing.
     void update(const unsigned char* data, unsigned int length);
 
+    /// @{
     /// Adds all that is left in a stream, which should be open in binary mode and stays open. Ends at the end of the
     /// stream or at the first read error; ask the stream which it was. A null or closed stream adds nothing. An
     /// exception that the stream throws on account of its `exceptions()` mask is not passed on. After finalize() it
@@ -53,6 +57,7 @@ public:
     void update(std::FILE* file);
     void update(std::istream& stream);
     void update(std::ifstream& stream);
+    /// @}
 
     /// Ends the message; the digest is there from now on.
     /// A second call prints "Md5::finalize:  Already finalized this digest!".

@@ -22,9 +22,11 @@ public:
     /// Remembers the path; the file system is not touched.
     explicit Directory(const std::string& path);
 
+    /// @{
     /// Whether the path names anything at all, a directory or not. Links are followed.
     bool exists() const;
     static bool exists(const std::string& path);
+    /// @}
 
     /// Lists the directory anew.
     /// @param recursive  true: the files of the directory and of everything below it, but no directories;

@@ -33,11 +33,11 @@ public:
     /// What the archive says about one member. Offsets and sizes are in bytes, offsets from the start of the archive.
     struct FileData
     {
-        std::uint32_t headerOffset = 0;
-        std::uint32_t dataOffset = 0; ///< of the compressed data
-        std::uint32_t uncompressedSize = 0;
-        std::uint32_t compressedSize = 0;
-        std::string name; ///< with the path stored in the archive
+        std::uint32_t headerOffset = 0;     ///< of the local header
+        std::uint32_t dataOffset = 0;       ///< of the compressed data
+        std::uint32_t uncompressedSize = 0; ///< as the header says
+        std::uint32_t compressedSize = 0;   ///< as the header says
+        std::string name;                   ///< with the path stored in the archive
     };
 
     /// Remembers the path; nothing is read yet.
@@ -77,9 +77,11 @@ public:
     /// does where the archive cannot be opened.
     unsigned char* readFileContent(FileData& data, unsigned int& size);
 
+    /// @{
     /// Little-endian numbers from the file's current position; 0 where the file ends first.
     static unsigned int getUInt(std::FILE* file);
     static unsigned short getUShort(std::FILE* file);
+    /// @}
 
     /// The next bytes of a file as text, which may contain NUL; empty where the file ends first.
     static std::string getString(std::FILE* file, unsigned int length);

@@ -2,6 +2,7 @@
 
 #include <tavik/Export.h>
 
+/// @file
 /// Distances, bearings and coordinate conversions on the earth.
 ///
 /// Angles are degrees: latitude positive north, longitude positive east, bearings and headings clockwise from true
@@ -24,7 +25,9 @@
 /// Output references may be any variables of the caller, the arguments included. Safe from any thread.
 namespace Tavik::Geodetic {
 
+/// The nautical mile: a minute of arc on the sphere of calcDistance().
 inline constexpr double MetresPerArcMinute = 1852.0;
+/// Minutes of arc in a degree.
 inline constexpr double MinutesPerDegree = 60.0;
 /// Length of a degree of latitude in the local plane.
 inline constexpr double MetresPerDegree = 111319.49079327358;

@@ -89,6 +89,7 @@ public:
     void readTileHGT(const std::string& path);
 
     /// Selects the tile for a point, for the queries that follow in its cell.
+    /// @param lat,lon  degrees
     /// @param load  whether to read the tile's samples where they are not in memory
     /// @return false while no scan has finished, and when a tile that is new to the selection is not in memory and load
     ///         is false; true otherwise, also where there is no tile
@@ -98,13 +99,14 @@ public:
     bool getCurrentTileLowRes(double lat, double lon, bool load);
 
     /// Height at a point, bilinear between samples.
+    /// @param lat,lon     degrees
     /// @param load        whether to read samples that are not in memory; that takes milliseconds
     /// @param lowResOnly  true: ask the overview tiles only; false: ask them where there is no tile of one degree
     /// @return metres; 0 while no scan has finished, where there is no tile, and where the tile is not loaded
     double getAltitude(double lat, double lon, bool load, bool lowResOnly);
 
     /// Surface normal at a point, from the bicubic surface through the samples around it.
-    /// @param load,lowResOnly  as for getAltitude
+    /// @param lat,lon,load,lowResOnly  as for getAltitude
     /// @param x,y,z  receive east, north and up, each component c in [-1, 1] packed as trunc((c + 1) * 127.5).
     ///               128, 128, 255 (straight up) where there is no tile and while no scan has finished; 0, 0, 0 where
     ///               there is a tile that is not loaded, was set aside or does not reach the point: it ends with its

@@ -2,6 +2,7 @@
 
 #include <tavik/Export.h>
 
+/// @file
 /// Where courses meet: two courses with each other, and a course with a DME distance circle.
 ///
 /// Positions, latitudes positive north and longitudes positive east, and courses clockwise from true north are in

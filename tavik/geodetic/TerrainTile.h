@@ -92,25 +92,33 @@ public:
     /// Whether this is an overview tile (SRTMGL30).
     bool isLowRes() const { return mLowRes; }
 
+    /// @{
     /// Whole degrees of the origin, counted from 90 S and from 180 W. Rounded down after a push of 1e-6 degrees, so
     /// that an origin a rounding error below a whole degree still counts as that degree.
     std::uint32_t latitudeIndex() const;
     std::uint32_t longitudeIndex() const;
+    /// @}
 
+    /// @{
     /// Samples along a meridian, and number of meridians. Known for DTED once registered, for SRTM once loaded.
     std::uint32_t latitudeCount() const { return mNumLat; }
     std::uint32_t longitudeCount() const { return mNumLon; }
+    /// @}
 
+    /// @{
     /// The south-west sample, degrees.
     double latitudeOrigin() const { return mLatOrigin; }
     double longitudeOrigin() const { return mLonOrigin; }
+    /// @}
 
+    /// @{
     /// Step between samples, degrees; and the span of the tile, which is the step times the number of samples. Known
     /// when the counts are.
     double latitudeSpacing() const { return mLatSpacing; }
     double longitudeSpacing() const { return mLonSpacing; }
     double latitudeExtent() const { return mLatExtent; }
     double longitudeExtent() const { return mLonExtent; }
+    /// @}
 
     /// The samples in metres: sample (i, j) is element i + latitudeCount() * j. Null when there are none; valid until
     /// the next call that is not const.
@@ -161,6 +169,7 @@ public:
     /// 0, 0, 0. 3 bytes per sample, freed by clear.
     void calcNormals();
 
+    /// @{
     /// The steps of loading, for files that stand inside something else.
     ///
     /// loadHeader reads the 3428 bytes of header records from the file's position on and leaves the file behind them;
@@ -170,20 +179,24 @@ public:
     /// @param file  open for reading; null reads like an empty file
     void loadHeader(std::FILE* file);
     void loadData(std::FILE* file);
+    /// @}
 
     /// Reads text of a given length.
+    /// @param file    open for reading
     /// @param out     receives exactly length characters, NUL where the file ends first; left alone, with nothing read,
     ///                when memory is short
     /// @param length  characters
     static void readString(std::FILE* file, std::string& out, unsigned int length);
 
     /// Reads a whole number in this processor's byte order.
+    /// @param file    open for reading
     /// @param value   receives the bytes, the missing ones 0
     /// @param length  bytes; of more than 4 the first 4 are read
     /// @return number of bytes read
     static int readBinary(std::FILE* file, int& value, unsigned int length);
 
     /// Reads a big-endian 16-bit number.
+    /// @param file   open for reading
     /// @param value  receives the number; bytes that are missing count as 0
     /// @return number of bytes read
     static int readBinary(std::FILE* file, short& value);

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+/// @file
 /// Turns between the legs of a route: where they end, and the arcs that a display draws.
 ///
 /// A turn has a constant radius. Its direction is 0 for left (counter-clockwise), 1 for right, and any other value to
@@ -35,6 +36,7 @@ TAVIK_API bool calcOutboundPoint(double lat, double lon, double course1, double 
 
 /// Turn that starts over the waypoint, on the course from the previous point, and ends on a course straight to the
 /// next point.
+/// @param previous,waypoint,next  three points of the route in the plane, metres
 /// @param radius         metres; below 0.001 there is no turn
 /// @param direction      0 left, 1 right, else the side on which next lies
 /// @param radiusLimited  set to whether the radius had to be reduced for the turn to reach the course to next: it is
@@ -49,6 +51,7 @@ TAVIK_API std::vector<Math::Vector2<double>> calcFlyOverPoints(Math::Vector2<dou
                                                                bool& radiusLimited);
 
 /// Turn inside the corner at the waypoint, along an arc that touches both legs.
+/// @param previous,waypoint,next  three points of the route in the plane, metres
 /// @param radius         metres; below 0.001 there is no turn
 /// @param direction      0 left, 1 right, else the side on which next lies; against that side the arc does not touch
 ///                       the leg to next

@@ -35,14 +35,14 @@ public:
     ///
     /// What fails is printed to standard output, except that the file cannot be opened:
     ///
-    /// | failure | text |
-    /// |---|---|
-    /// | no PNG, or shorter than its signature | "[read_png_file] File <path> is not recognized as a PNG file" |
-    /// | libpng cannot be started | "[read_png_file] png_create_read_struct failed" or "… png_create_info_struct
-    /// failed" | | damage before the pixels, more than 2²⁸ pixels or a million to a side | "[read_png_file] Error
-    /// during init_io" | | damaged or missing pixels, no memory for them | "[read_png_file] Error during read_image
-    /// <path>" | | a grey picture | "wrong file format 0", with alpha "wrong file format 4" |
+    /// - no PNG, or shorter than its signature: "[read_png_file] File \<path> is not recognized as a PNG file"
+    /// - libpng cannot be started: "[read_png_file] png_create_read_struct failed" or
+    ///   "[read_png_file] png_create_info_struct failed"
+    /// - damage before the pixels, more than 2²⁸ pixels or a million to a side: "[read_png_file] Error during init_io"
+    /// - damaged or missing pixels, no memory for them: "[read_png_file] Error during read_image \<path>"
+    /// - a grey picture: "wrong file format 0", with alpha "wrong file format 4"
     ///
+    /// @param path   the file
     /// @param image  receives the picture; left alone on failure
     /// @return whether the picture was decoded
     static bool readFileRGBA(const std::string& path, ImageRGBA& image);

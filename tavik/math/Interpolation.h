@@ -3,6 +3,7 @@
 #include <tavik/Export.h>
 #include <tavik/math/Vector2.h>
 
+/// @file
 /// Catmull-Rom interpolation (tension 0.5) in one and two dimensions, for samples at equal spacing.
 ///
 /// The curve runs through the samples. Four samples p[0] to p[3] stand at the positions -1, 0, 1 and 2, and the curve

@@ -16,12 +16,16 @@ namespace Tavik::Math {
 class TAVIK_API Line
 {
 public:
+    /// The segment from p1 to p2.
     Line(Vector2<double> p1, Vector2<double> p2);
 
+    /// @{
+    /// The ends.
     Vector2<double> p1() const;
     Vector2<double> p2() const;
     void setP1(Vector2<double> p1);
     void setP2(Vector2<double> p2);
+    /// @}
 
     /// Distance of a point from the nearest point of the segment.
     /// @param p              the point, in the unit of the ends
@@ -31,6 +35,7 @@ public:
     double distanceToPoint(Vector2<double> p, bool& withinSegment, double& t) const;
 
     /// Crossing of the infinite lines.
+    /// @param other  the other line
     /// @param ok  set to false when the lines are parallel: the determinant of their directions, which is the product
     ///            of both lengths and the sine of the angle between them, is less than 1e-6. Scale very short segments
     ///            up. NaN coordinates answer (0, 0) with ok true; infinite ones have no meaningful answer.

@@ -22,6 +22,7 @@ template <typename T>
 class Matrix4
 {
 public:
+    /// Number of elements.
     static constexpr std::size_t ElementCount = 16;
 
     /// The identity.
@@ -35,15 +36,20 @@ public:
         }
     }
 
+    /// Makes this the identity.
     constexpr void setIdentity() { *this = Matrix4(); }
 
+    /// @{
     /// The 16 elements, column by column.
     constexpr T* data() { return mElements; }
     constexpr const T* data() const { return mElements; }
+    /// @}
 
+    /// @{
     /// @param index  column × 4 + row, in [0, 15]
     constexpr T& operator[](std::size_t index) { return mElements[index]; }
     constexpr const T& operator[](std::size_t index) const { return mElements[index]; }
+    /// @}
 
     /// The transform that applies b first and this one after it.
     constexpr Matrix4 operator*(const Matrix4& b) const
@@ -58,6 +64,7 @@ public:
         return result;
     }
 
+    /// The transformed v.
     constexpr Vector4<T> operator*(const Vector4<T>& v) const
     {
         return {combineRow(0, v.x, v.y, v.z, v.w), combineRow(1, v.x, v.y, v.z, v.w), combineRow(2, v.x, v.y, v.z, v.w),
@@ -79,6 +86,8 @@ public:
         }
     }
 
+    /// @{
+    /// Whether all elements are equal, or not: exactly, so that a NaN is unequal to itself.
     constexpr bool operator==(const Matrix4& b) const
     {
         for (std::size_t i = 0; i < ElementCount; ++i) {
@@ -89,6 +98,7 @@ public:
         return true;
     }
     constexpr bool operator!=(const Matrix4& b) const { return !(*this == b); }
+    /// @}
 
 private:
     constexpr T combineRow(std::size_t row, T x, T y, T z, T w) const

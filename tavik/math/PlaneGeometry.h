@@ -5,6 +5,7 @@
 
 #include <vector>
 
+/// @file
 /// Offsets, crossings, polygons and angles in the plane.
 ///
 /// x points right (east) and y up (north); both have the same unit, whichever it is. Angles are degrees.
@@ -22,6 +23,7 @@ namespace Tavik::Math {
 ///
 /// The lines run through a1 and a2, and through b1 and b2. The point is written even where the segments end before
 /// they meet, so it serves as the crossing of the infinite lines.
+/// @param a1,a2,b1,b2  two points of each line
 /// @param point  crossing
 /// @param tA,tB  place of the crossing on each line: 0 at a1 and b1, 1 at a2 and b2
 /// @return true when both segments contain the crossing, ends included. False with all outputs untouched when the
@@ -39,6 +41,7 @@ TAVIK_API bool crossLines(Vector2<float> a1, Vector2<float> a2, Vector2<float> b
 ///
 /// Both ends move by the same vector of the given length. It is not perpendicular: it stands at 116.62 degrees to the
 /// direction from a to b, so the distance between the two lines is 0.894 of the given one.
+/// @param a,b        ends of the segment
 /// @param distance   length of the offset in the unit of the points; negative for the opposite direction
 /// @param side       0: the vector is turned 116.62 degrees counter-clockwise, to the left; else as far clockwise, to
 ///                   the right
@@ -48,6 +51,8 @@ TAVIK_API void getParallelLine(Vector2<float> a, Vector2<float> b, double distan
 
 /// Corner of a polyline a, b, c that has been moved sideways: the crossing of both segments moved as by
 /// getParallelLine().
+/// @param a,b,c            points of the polyline
+/// @param distance,side    as for getParallelLine()
 /// @param out  corner; untouched when the segments are parallel or one has no length. Segments that are parallel but
 ///             for rounding have a corner anywhere along them.
 TAVIK_API void getInnerCross(Vector2<float> a, Vector2<float> b, Vector2<float> c, double distance, int side,
@@ -55,6 +60,7 @@ TAVIK_API void getInnerCross(Vector2<float> a, Vector2<float> b, Vector2<float> 
 
 /// Whether a point lies in a convex polygon whose vertices run clockwise. A polygon that runs counter-clockwise
 /// contains no point.
+/// @param p        the point
 /// @param polygon  vertices; the last one is joined to the first, and may repeat it
 /// @return false when the point lies strictly to the left of any edge; true on an edge, for an empty polygon, and
 ///         for a NaN point, of which nothing can be said
@@ -67,10 +73,12 @@ TAVIK_API bool pointInPolygon(Vector2<double> p, const std::vector<Vector2<doubl
 ///         of single precision (components beyond 1e19 or all below 1e-19)
 TAVIK_API double angle(Vector2<float> a, Vector2<float> b);
 
+/// @{
 /// Whether the vertices of a polygon run clockwise (y up). Sums in double precision for either type.
 /// @param points  vertices; the last one is joined to the first
 /// @return true when clockwise, and for fewer than three points, polygons without area (but for rounding), and NaN
 TAVIK_API bool getWindingDirection(const std::vector<Vector2<float>>& points);
 TAVIK_API bool getWindingDirection(const std::vector<Vector2<double>>& points);
+/// @}
 
 } // namespace Tavik::Math

@@ -32,6 +32,7 @@ public:
     CmdLine& operator=(const CmdLine&) = delete;
 
     /// Adds an option without an argument, in place of any other of that name.
+    /// @param name         as it is written on the command line
     /// @param description  for printUsage
     void addSwitch(const std::string& name, const std::string& description);
 
@@ -49,6 +50,7 @@ public:
     bool getSwitch(const std::string& name) const;
 
     /// The value of a parameter.
+    /// @param name   of the parameter
     /// @param value  receives the argument, or the default where there was none; unchanged for an unknown name. A
     ///               switch has the value "true" after occurring an odd number of times, else "false".
     /// @return whether the option occurred on the command line; false for an unknown name

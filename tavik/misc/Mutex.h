@@ -29,7 +29,9 @@ public:
     /// Creates the mutex unless that has been done; the constructor has, so this is normally without effect.
     void init();
 
+    /// Waits until no other thread holds the mutex, and takes it.
     void lock();
+    /// Gives it back; only by the thread that has taken it.
     void unlock();
 
     /// The POSIX mutex itself, for calls that need the native handle. It lives as long as this object.

@@ -46,7 +46,7 @@ namespace Tavik::Misc {
 /// reading. Keys and values may hold any bytes and come back as they were:
 /// - Where a section cannot be a group (it is empty, is no XML name, contains a colon or is "Property"; or the groups
 ///   would stand more than 998 deep or have more than 16365 bytes of names), it and those behind it stand in the
-///   attribute "key" with their dots: <Property key="12 x.y" value="1" />.
+///   attribute "key" with their dots: `<Property key="12 x.y" value="1" />`.
 /// - Where a key or value has bytes that XML cannot hold (control characters other than tab and line ends, bytes that
 ///   are not UTF-8), its element has the attribute encoding="percent", and in key and value the bytes outside of
 ///   printable ASCII and '%' are written as %XX.
@@ -64,18 +64,22 @@ public:
     /// @return as readXmlFile
     bool setConfigFile(const std::string& file);
 
+    /// @{
     /// Adds the entries of the configured or the given file, in place of those with the same keys, and prints
     /// "Property <key> <value>" for each to standard output.
     /// @return false after printing "Error reading XML file <file>!", and before it the reason as XmlDocument::read;
     ///         nothing is changed then
     bool readXmlFile();
     bool readXmlFile(const std::string& file);
+    /// @}
 
+    /// @{
     /// Replaces the configured or the given file by all entries, in the order of their keys; whole or not at all, as
     /// XmlDocument::write.
     /// @return false after printing "Error writing property file <file>!" to standard output
     bool writeXmlFile() const;
     bool writeXmlFile(const std::string& file) const;
+    /// @}
 
     /// Each setter replaces the entry of that key or adds one.
     void setString(std::string_view key, std::string_view value);
@@ -104,6 +108,7 @@ public:
 
     /// Adds the entries of one element: itself where it is a "Property", else those in it at any depth, with the
     /// element's name and a dot behind the prefix. Prints as readXmlFile.
+    /// @param element  the element
     /// @param prefix  what the keys begin with, its dot included; empty for none
     /// @return true; false for an invalid element
     bool readElement(const XML::XmlElement& element, const std::string& prefix);

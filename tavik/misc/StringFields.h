@@ -4,6 +4,7 @@
 
 #include <string>
 
+/// @file
 /// Texts of fields with separators between them: "a,b,c" with the delimiters "," has the fields a, b and c.
 ///
 /// Each character of the delimiters ends a field, and the next one starts as many characters further on as there are
@@ -19,6 +20,7 @@ TAVIK_API int StringCount(const std::string& text, const std::string& delimiters
 ///     StringSection("/data/N47E011.DT1", "/", -1, -1) // "N47E011.DT1"
 ///     StringSection("a,b,c", ",", 1, 9)               // "b,c"
 ///
+/// @param text,delimiters  see above
 /// @param first,last  from 0; negative ones count from the end, -1 being the last field. A first before the beginning
 ///                    means field 0, a last behind the end the last field, a last before first means first alone.
 /// @return empty when first is behind the last field

@@ -15,7 +15,7 @@ struct NetworkAdapter
     std::string name;            ///< of the interface, such as "eth0"
     std::uint32_t address = 0;   ///< of this host
     std::uint32_t broadcast = 0; ///< 0x7FFFFFFF where the interface has none
-    std::uint32_t netmask = 0;
+    std::uint32_t netmask = 0;   ///< of the interface
 };
 
 /// Addresses of this host and of others, and the download of a file.

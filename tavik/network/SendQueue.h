@@ -14,9 +14,12 @@ namespace Tavik::Network {
 class TAVIK_API SendQueue
 {
 public:
+    /// The most entries that wait.
     static constexpr std::uint32_t MostEntries = 200;
 
+    /// Entries that wait.
     std::uint32_t size() const { return mCount; }
+    /// Whether none waits.
     bool isEmpty() const { return mCount == 0; }
 
     /// Entries dropped since the last append that found room.
@@ -25,12 +28,15 @@ public:
     /// Appends a copy of the data. Where 200 entries wait, the oldest goes; but an oldest one of which the peer has
     /// already seen a part stays, since without its rest the peer would take what follows for it, and the second
     /// oldest goes. Without memory the data is lost.
+    /// @param data,length  the bytes
     /// @param isRest  whether the data is the rest of a message whose begin has been sent
     void append(const void* data, std::uint32_t length, bool isRest);
 
+    /// @{
     /// The oldest entry's unsent bytes; only when there is one.
     const unsigned char* headData() const { return head().data.get() + head().sent; }
     std::uint32_t headLength() const { return head().length - head().sent; }
+    /// @}
 
     /// Notes that so many bytes of the oldest entry have been sent, and removes it when those were all.
     void consume(std::uint32_t bytes);

@@ -64,18 +64,24 @@ public:
     /// Whether the connection is usable as far as known: until closeConnection(), or until reading meets its end.
     bool isConnected() const { return mIsConnected; }
 
+    /// @{
     /// The peer's address as text, set by connecting and accepting.
     void setName(const std::string& name) { mName = name; }
     const std::string& name() const { return mName; }
+    /// @}
 
+    /// @{
     /// A label for the application's own use.
     void setClientName(const std::string& name) { mClientName = name; }
     const std::string& clientName() const { return mClientName; }
+    /// @}
 
+    /// @{
     /// The peer's address as SocketTcpServer::acceptConnection() stores it: in network byte order, unlike the addresses
     /// that the functions here take. 0 until it is set.
     void setAddress(unsigned long address) { mAddress = address; }
     unsigned long address() const { return mAddress; }
+    /// @}
 
     /// Closes the descriptor, if there is one; buffers and queue stay. After a failed connect this closes the number
     /// that sd() still tells: call it only where nothing has been opened in between.
@@ -89,10 +95,12 @@ public:
 
     /// Connects, waiting no longer than told. Where this host has no way at all to the address (its network is down,
     /// say), this succeeds all the same, and the first readPackage() tells that the connection is over.
+    /// @param address,port  as for createTcpClientSocket()
     /// @param timeoutMs  milliseconds
     bool createTcpClientSocketNonBlock(unsigned long address, int port, unsigned int timeoutMs);
 
     /// Receives bytes as they come, past the messages; not to be mixed with readPackage().
+    /// @param buffer,length  receives length bytes at most
     /// @param timeoutMs  milliseconds to wait for something
     /// @return the number of bytes, 0 when nothing came (or when not connected), −1 when the connection is over, which
     ///         closes it. A length of 0 is taken for the end of the connection
@@ -103,6 +111,8 @@ public:
     int selectWrite(int fd, unsigned int timeoutMs);
 
     /// Sends once, if the descriptor takes data now.
+    /// @param fd  the descriptor
+    /// @param data,length  what is sent, bytes
     /// @param flags  of send()
     /// @return what send() returned, 0 when the descriptor takes nothing now
     long sendSocket(int fd, const void* data, unsigned long length, int flags);
@@ -134,6 +144,7 @@ public:
     int readPackage(void* payload, MsgHeader& header);
 
     /// The same for a payload buffer of limited size.
+    /// @param payload,header  as above
     /// @param capacity  bytes that fit into the payload
     /// @return also −3 when the payload does not fit: the header tells its size, and the message waits for a call with
     ///         a larger buffer

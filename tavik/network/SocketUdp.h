@@ -36,6 +36,7 @@ public:
     int closeConnection();
 
     /// Opens a socket that sends to one address, which may be a broadcast address.
+    /// @param address  of the receiver
     /// @param port  0 to 65535
     /// @param ttl  routers that a datagram may pass, brought into 1 to 255
     /// @return false when a socket is open already, and on failure
@@ -66,7 +67,7 @@ public:
     int read(void* buffer, unsigned int length);
 
     /// Sends one datagram; the first argument has no effect. May wait for room in the kernel's buffer.
-    /// @param length  bytes, at most 65507
+    /// @param data,length  what is sent, 65507 bytes at most
     /// @return the number of bytes sent, −1 on failure and when no socket is open. Failing may mean that an earlier
     ///         datagram was not welcome
     int write(int, const void* data, unsigned int length);

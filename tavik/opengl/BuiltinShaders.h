@@ -2,6 +2,7 @@
 
 #include <tavik/Export.h>
 
+/// @file
 /// The GLSL 3.30 core sources of the built-in programs, for applications that build programs of their own from them.
 ///
 /// Each array holds plain text without a terminating NUL; the companion with `_len` is its length in bytes. How the
@@ -10,6 +11,8 @@
 ///     Shader vertex(Shader::VertexShader);
 ///     vertex.loadSource(ShaderLine_vert, ShaderLine_vert_len);
 
+/// @{
+/// A source, and its length in bytes.
 extern TAVIK_API const unsigned char ShaderPrimitive_vert[];
 extern TAVIK_API const unsigned int ShaderPrimitive_vert_len;
 extern TAVIK_API const unsigned char ShaderPrimitive_frag[];
@@ -50,3 +53,4 @@ extern TAVIK_API const unsigned char ShaderLine_frag[];
 extern TAVIK_API const unsigned int ShaderLine_frag_len;
 extern TAVIK_API const unsigned char ShaderPolygon_frag[];
 extern TAVIK_API const unsigned int ShaderPolygon_frag_len;
+/// @}

@@ -45,6 +45,7 @@ public:
     /// Deletes the OpenGL objects; the next render() creates them again.
     void clear() { mVertices.clearObjects(); }
 
+    /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mColor = color; }
 
     /// Draws only where a pattern has its bits set. The pattern is fixed to the window. Without one, which is faster,

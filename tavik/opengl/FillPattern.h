@@ -17,6 +17,7 @@ public:
     ///                 for no pattern.
     void set(const unsigned char* pattern);
 
+    /// Whether there is a pattern.
     bool isUsed() const { return mIsUsed; }
 
     /// Hands itself to the active program, which is number 11.

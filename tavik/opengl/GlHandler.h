@@ -66,9 +66,11 @@ public:
     /// Builds the standard programs; has been done by instance(). An identifier that is already taken is left alone.
     void initStandardShaders();
 
+    /// @{
     /// Version of OpenGL, and of its shading language: major × 100 + minor, 0 if unknown. Both print what they read.
     int glVersion() const;
     int glSlVersion() const;
+    /// @}
 
     /// Makes a program active; an unknown identifier changes nothing.
     void activateShader(unsigned int id);
@@ -83,29 +85,37 @@ public:
     /// OpenGL's name of activeShader().
     unsigned int activeShaderHandle();
 
+    /// @{
     /// Size of the drawing area in pixels, which widths and stipples of lines are measured by. It does not change
     /// OpenGL's own view port.
     void setViewPort(Math::Vector2<float> size);
     Math::Vector2<float> viewPort() const;
+    /// @}
 
     /// Hands the size to the active program as "viewPort".
     void activateViewPort();
 
+    /// @{
     /// Set a uniform of activeShader().
     void setFloatVar(const std::string& name, float x);
     void setFloatVar(const std::string& name, float x, float y);
     void setFloatVar(const std::string& name, float x, float y, float z);
     void setFloatVar(const std::string& name, float x, float y, float z, float w);
     void setIntVar(const std::string& name, int value);
+    /// @}
 
+    /// Sets a uniform array of ints.
+    /// @param name  of the uniform
     /// @param pattern  32 ints
     void setStippleVar(const std::string& name, const int* pattern);
 
+    /// @{
     /// Prints "Error <call> <where> code" to standard output for each pending OpenGL error.
     /// @param call  name of the OpenGL call
     /// @param where  signature of the calling function
     static void checkError(const std::string& call, const std::string& where);
     static void checkError(const char* call, const char* where);
+    /// @}
 
     /// Drops all pending OpenGL errors.
     static void clearError();

@@ -30,18 +30,23 @@ public:
 
     LineLoops() : mGeometry(LoopSeparator) {}
 
+    /// @{
     /// Append a vertex to the one loop that is built in this way; missing z is 0, w is dropped. The first upload after
     /// a clearVertex() closes it, unless addLineLoop() has been called since.
     void addVertex(Math::Vector2<float> vertex) { mGeometry.addVertex({vertex.x, vertex.y, 0.0f}); }
     void addVertex(Math::Vector3<float> vertex) { mGeometry.addVertex(vertex); }
     void addVertex(Math::Vector4<float> vertex) { mGeometry.addVertex({vertex.x, vertex.y, vertex.z}); }
+    /// @}
 
+    /// @{
     /// Append the points and the first of them once more, and end the loop. Vertices that were added one by one before
     /// are its beginning.
     void addLineLoop(const std::vector<Math::Vector2<float>>& points);
     void addLineLoop(const std::vector<Math::Vector3<float>>& points);
     void addLineLoop(const std::vector<Math::Vector4<float>>& points);
+    /// @}
 
+    /// @{
     /// As in LineStrips, all of them.
     void clearVertex();
     void clear() { mBuffers.clear(); }
@@ -51,6 +56,7 @@ public:
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }
     void init();
+    /// @}
 
     /// Closes the one loop, and prepares and uploads the vertices; done by render() after changes. Each call doubles
     /// the ends of the loops once more.

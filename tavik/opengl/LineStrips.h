@@ -42,12 +42,15 @@ public:
 
     LineStrips() : mGeometry(StripSeparator) {}
 
+    /// @{
     /// Append a vertex to the strip that is open, or start one; missing z is 0, w is dropped. The next addLineStrip()
     /// continues the open strip.
     void addVertex(Math::Vector2<float> vertex) { mGeometry.addVertex({vertex.x, vertex.y, 0.0f}); }
     void addVertex(Math::Vector3<float> vertex) { mGeometry.addVertex(vertex); }
     void addVertex(Math::Vector4<float> vertex) { mGeometry.addVertex({vertex.x, vertex.y, vertex.z}); }
+    /// @}
 
+    /// @{
     /// The same with the vertex's colour, which shows when multi-colour is on and each vertex has one.
     void addVertex(Math::Vector2<float> vertex, Math::Vector4<float> color)
     {
@@ -58,11 +61,14 @@ public:
     {
         mGeometry.addVertex({vertex.x, vertex.y, vertex.z}, color);
     }
+    /// @}
 
+    /// @{
     /// Append the points and end the strip.
     void addLineStrip(const std::vector<Math::Vector2<float>>& points) { mGeometry.addStrip(points); }
     void addLineStrip(const std::vector<Math::Vector3<float>>& points) { mGeometry.addStrip(points); }
     void addLineStrip(const std::vector<Math::Vector4<float>>& points) { mGeometry.addStrip(points); }
+    /// @}
 
     /// Removes all vertices, colours and indices.
     void clearVertex() { mGeometry.clear(); }
@@ -86,6 +92,7 @@ public:
     /// or more. Without soft edges, translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
 
+    /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }
 
     /// Draws each vertex in its own colour, provided that all have one.

@@ -29,6 +29,7 @@ public:
 
     LineStripsSimple() : mGeometry(StripSeparator) {}
 
+    /// @{
     /// As in LineStrips, all of them.
     void addVertex(Math::Vector2<float> vertex) { mGeometry.addVertex({vertex.x, vertex.y, 0.0f}); }
     void addVertex(Math::Vector3<float> vertex) { mGeometry.addVertex(vertex); }
@@ -48,18 +49,23 @@ public:
     void clearVertex() { mGeometry.clear(); }
     void clear() { mBuffers.clear(); }
     void setRect(unsigned int width, unsigned int height) { mGeometry.setRect(width, height); }
+    /// @}
 
+    /// @{
     /// Kept, but without effect: the lines are as thin as OpenGL draws them.
     void setLineWidth(float width) { mStyle.width = width; }
     void setStipple(unsigned short pattern) { mStyle.stipple = pattern; }
+    /// @}
 
     /// OpenGL's line smoothing; without it translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
 
+    /// @{
+    /// As in LineStrips.
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }
     void setUseMultiColor(bool on) { mUseMultiColor = on; }
-
     void init();
+    /// @}
 
     /// Uploads vertices, colours and indices; done by render() after changes.
     void setData();

@@ -31,10 +31,12 @@ namespace Tavik::OpenGL {
 class TAVIK_API Lines
 {
 public:
+    /// @{
     /// Append a vertex; missing z is 0, w is dropped. A last vertex without partner draws nothing.
     void addVertex(Math::Vector2<float> vertex) { mVertices.add({vertex.x, vertex.y, 0.0f}); }
     void addVertex(Math::Vector3<float> vertex) { mVertices.add(vertex); }
     void addVertex(Math::Vector4<float> vertex) { mVertices.add({vertex.x, vertex.y, vertex.z}); }
+    /// @}
 
     /// Removes all vertices.
     void clearVertex() { mVertices.clear(); }
@@ -55,6 +57,7 @@ public:
     /// Soft edges; without them translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
 
+    /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }
 
     /// Creates the OpenGL objects and uploads what there is; done by render().

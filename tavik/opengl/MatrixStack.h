@@ -5,6 +5,7 @@
 
 namespace Tavik::OpenGL {
 
+/// @file
 /// The stack of transforms through which every drawable is drawn.
 ///
 /// One stack of 32 matrices serves the process. Its top is the current model-view-projection matrix; it starts as the

@@ -20,6 +20,7 @@ namespace Tavik::OpenGL {
 class TAVIK_API Shader
 {
 public:
+    /// The stages that a shader can be.
     enum TShaderType : std::uint32_t
     {
         VertexShader = 0,
@@ -39,6 +40,7 @@ public:
     bool loadSource(const std::string& fileName);
 
     /// Takes the source from memory, up to the first NUL if it contains one.
+    /// @param text    the source
     /// @param length  bytes at text, which need not end with NUL
     /// @return true; false only for a null text with a length or where memory runs out
     bool loadSource(const unsigned char* text, unsigned int length);

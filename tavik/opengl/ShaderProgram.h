@@ -33,15 +33,20 @@ public:
     ShaderProgram();
 
     // Declared so that moving copies too: a program has no state in which it may not be used.
+    /// @{
+    /// A copy names the same program.
     ShaderProgram(const ShaderProgram&) = default;
     ShaderProgram& operator=(const ShaderProgram&) = default;
+    /// @}
 
     /// OpenGL's name of the program; 0 while OpenGL is not loaded.
     unsigned int handle() const { return mHandle; }
 
+    /// @{
     /// @return true
     bool attachShader(const Shader& shader);
     bool detachShader(const Shader& shader);
+    /// @}
 
     /// Gives a vertex attribute its location; takes effect at the next link().
     void bindLocation(int location, const std::string& name);
@@ -62,6 +67,7 @@ public:
     ///         when the program is not linked
     int uniformLocation(const std::string& name);
 
+    /// @{
     /// Set a uniform of the program that is current, so use(true) first; a name that the program does not use is
     /// ignored.
     void setFloatVar(const std::string& name, float x);
@@ -69,7 +75,10 @@ public:
     void setFloatVar(const std::string& name, float x, float y, float z);
     void setFloatVar(const std::string& name, float x, float y, float z, float w);
     void setIntVar(const std::string& name, int value);
+    /// @}
 
+    /// Sets a uniform array of ints.
+    /// @param name  of the uniform
     /// @param pattern  32 ints, for an array of 32; null is ignored
     void setStippleVar(const std::string& name, const int* pattern);
 

@@ -12,6 +12,7 @@ namespace Tavik::OpenGL {
 /// east, north and up, −1 to 1 mapped to 0 to 65535; alpha is the height.
 using TerrainTexel = std::array<unsigned short, 4>;
 
+/// @{
 /// The scale of heights in alpha, which the default colour ramp goes by:
 ///
 ///     alpha = (metres + 512) × 7      metres = alpha / 7 − 512
@@ -19,6 +20,7 @@ using TerrainTexel = std::array<unsigned short, 4>;
 /// Seventh parts of a metre from −512 m to 8850 m, from below the lowest land to the highest.
 constexpr float TerrainLowestMetres = -512.0f;
 constexpr float TerrainStepsPerMetre = 7.0f;
+/// @}
 
 /// Packs normal and height of one point.
 /// @param normal  east, north, up, of length 1; components beyond 1 are cut off, a NaN is 0

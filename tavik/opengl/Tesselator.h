@@ -41,19 +41,25 @@ public:
     class TessPolygon
     {
     public:
+        /// Vertices that OpenGL draws as one.
         struct Primitive
         {
             unsigned int mode;          ///< OpenGL's GL_TRIANGLES (4), GL_TRIANGLE_STRIP (5) or GL_TRIANGLE_FAN (6)
             unsigned int startPosition; ///< where its vertices begin in vertices()
-            unsigned int vertexCount;
+            unsigned int vertexCount;   ///< how many they are
         };
 
+        /// @{
+        /// What is drawn, in this order.
         const std::vector<Primitive>& primitives() const& { return mPrimitives; }
         std::vector<Primitive> primitives() && { return std::move(mPrimitives); }
+        /// @}
 
+        /// @{
         /// The vertices of all primitives, one primitive after the other.
         const std::vector<Math::Vector3<float>>& vertices() const& { return mVertices; }
         std::vector<Math::Vector3<float>> vertices() && { return std::move(mVertices); }
+        /// @}
 
     private:
         friend class Tesselator;
@@ -62,10 +68,12 @@ public:
         std::vector<Math::Vector3<float>> mVertices;
     };
 
+    /// @{
     /// Append a corner to the contour; missing z is 0, w is dropped.
     void addVertex(Math::Vector2<float> vertex) { addVertex(Math::Vector3<float>(vertex.x, vertex.y, 0.0f)); }
     void addVertex(Math::Vector3<float> vertex);
     void addVertex(Math::Vector4<float> vertex) { addVertex(Math::Vector3<float>(vertex.x, vertex.y, vertex.z)); }
+    /// @}
 
     /// Ends the contour: the vertices that follow make another one.
     void beginContour() { mContourStarts.push_back(mVertices.size()); }
@@ -77,6 +85,7 @@ public:
     /// @return no primitives for an outline that encloses nothing or cannot be cut
     TessPolygon tesselate();
 
+    /// @cond
     /// What tesselate() is told by its machinery; for it alone.
     /// @param mode  OpenGL's primitive
     static void beginCB(unsigned int mode);
@@ -88,6 +97,7 @@ public:
     static void combineCB(double* coords, double** neighbours, float* weights, double** out);
     static void endCB();
     static void errorCB(unsigned int error);
+    /// @endcond
 
 private:
     using Corner = std::array<double, 3>;

@@ -66,18 +66,23 @@ public:
     /// @return OpenGL's name, the caller's to delete; 0 for null, and as load() returns false
     static unsigned int createTexture(const void* blob);
 
+    /// @{
     /// Append a vertex to the strip that is open, or start one; w is dropped.
+    /// @param vertex      in the space of the matrix stack
     /// @param coordinate  of the picture: (0, 0) is the first pixel of the first row, (1, 1) the last of the last
     void addVertex(Math::Vector3<float> vertex, Math::Vector2<float> coordinate);
     void addVertex(Math::Vector4<float> vertex, Math::Vector2<float> coordinate)
     {
         addVertex(Math::Vector3<float>(vertex.x, vertex.y, vertex.z), coordinate);
     }
+    /// @}
 
+    /// @{
     /// Append the points with their texture coordinates to the strip that is open, and end it; w is dropped. The longer
     /// list is cut to the shorter.
     void addTexture(const std::vector<Math::Vector3<float>>& points, const std::vector<Math::Vector2<float>>& uv);
     void addTexture(const std::vector<Math::Vector4<float>>& points, const std::vector<Math::Vector2<float>>& uv);
+    /// @}
 
     /// Removes all vertices; the picture stays.
     void clearVertex();
@@ -88,9 +93,11 @@ public:
     /// A colour that the picture is multiplied by, white by default.
     void setColor(Math::Vector4<float> color) { mColor = color; }
 
+    /// @{
     /// Size of the picture, pixels; 0 without.
     unsigned int width() const { return mWidth; }
     unsigned int height() const { return mHeight; }
+    /// @}
 
     /// Uploads the vertices; done by render() after changes.
     void setData();

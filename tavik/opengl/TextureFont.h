@@ -53,10 +53,15 @@ public:
         BottomRight = 8
     };
 
+    /// Without a font.
     TextureFont() = default;
     virtual ~TextureFont();
+
+    /// @{
+    /// Takes over font and text.
     TextureFont(TextureFont&&) noexcept = default;
     TextureFont& operator=(TextureFont&&) noexcept = default;
+    /// @}
 
     /// Initialises FreeType for the process and prints "INIT Freetype done", or "init freetype failed !"; done by
     /// loading.
@@ -65,6 +70,7 @@ public:
 
     /// Loads a font file under its name; see loadData(). A name that is loaded already at this size is not
     /// read again.
+    /// @param fileName  path of the file
     /// @param size  of the text, pixels; the glyphs are rasterised at it, within 1 to 200
     /// @return false when there is no such font; the object is then without one
     bool load(const char* fileName, int size);
@@ -74,6 +80,7 @@ public:
     ///
     /// A name that is loaded already at this size is used again, whatever the data. A name that could not be loaded may
     /// be loaded again; objects that failed with it before then have that font too.
+    /// @param name  under which it is kept; letter case counts
     /// @param data,dataSize  contents of a file that FreeType reads (TrueType, OpenType, Type 1, ...), bytes
     /// @param size  of the text, pixels; the glyphs are rasterised at it, within 1 to 200
     /// @return false when there is no atlas; why has been printed
@@ -93,6 +100,7 @@ public:
     unsigned int createGlyphTexture(const char* data, int dataSize, FontType& font);
 
     /// Makes a texture whose alpha is given, linearly filtered and clamped to its edge.
+    /// @param width,height  pixels
     /// @param pixels  width × height bytes, bottom row first
     /// @return OpenGL's name, which the caller owns; 0 on failure
     unsigned int createAlphaTexture(const unsigned char* pixels, int width, int height);
@@ -101,8 +109,10 @@ public:
     int nextPower2(int value);
 
     /// Adds a text to those that render() draws.
+    /// @param text       bytes of Latin-1
     /// @param transform  from the text's anchor to the space of the matrix stack; its last row is ignored. A text is
     ///                   dropped where it is NaN, infinite or too large for single precision.
+    /// @param alignment  which point of the text comes to the anchor
     void addText(const std::string& text, Math::Matrix4<float> transform, Alignment alignment);
 
     /// Uploads the added text; done by render() after changes.
@@ -111,9 +121,11 @@ public:
     /// Draws all added text with the current matrix.
     void render();
 
+    /// @{
     /// Draws one text at once, with its anchor at (x, y) or (0, 0) of the current matrix; added text is not touched.
     void renderFont(double x, double y, const std::string& text, Alignment alignment);
     void renderFont(const std::string& text, Alignment alignment);
+    /// @}
 
     /// Removes the added text.
     void clearVertex();
@@ -122,6 +134,7 @@ public:
     /// more text creates them again.
     void clear();
 
+    /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mColor = color; }
 
     /// OpenGL's name of the atlas, 0 without a font.

@@ -57,10 +57,15 @@ public:
         BottomRight = 8
     };
 
+    /// Without a font.
     TextureFontSdf() = default;
     virtual ~TextureFontSdf();
+
+    /// @{
+    /// Takes over font and text.
     TextureFontSdf(TextureFontSdf&&) noexcept = default;
     TextureFontSdf& operator=(TextureFontSdf&&) noexcept = default;
+    /// @}
 
     /// Initialises FreeType for the process and prints "INIT Freetype done", or "init freetype failed !"; done by
     /// loading.
@@ -68,6 +73,7 @@ public:
     bool init();
 
     /// Loads a font file under its name; see loadData(). A name that is loaded already is not read again.
+    /// @param fileName  path of the file
     /// @param size  pixels, as for setSize()
     /// @return false when there is no such font; the object is then without one
     bool load(const char* fileName, int size);
@@ -77,6 +83,7 @@ public:
     ///
     /// A name that is loaded already is used again, whatever the data. A name that could not be loaded may be loaded
     /// again; objects that failed with it before then have that font too.
+    /// @param name  under which it is kept; letter case counts
     /// @param data,dataSize  contents of a file that FreeType reads (TrueType, OpenType, Type 1, ...), bytes
     /// @param size  pixels, as for setSize()
     /// @return false when there is no atlas; why has been printed
@@ -95,6 +102,7 @@ public:
     unsigned int createGlyphTexture(const char* data, int dataSize, FontType& font);
 
     /// Makes a texture whose alpha is given, linearly filtered and clamped to its edge.
+    /// @param width,height  pixels
     /// @param pixels  width × height bytes, bottom row first
     /// @return OpenGL's name, which the caller owns; 0 on failure
     unsigned int createAlphaTexture(const unsigned char* pixels, int width, int height);
@@ -103,8 +111,10 @@ public:
     int nextPower2(int value);
 
     /// Adds a text to those that render() draws.
+    /// @param text       bytes of Latin-1
     /// @param transform  from the text's anchor to the space of the matrix stack; its last row is ignored. A text is
     ///                   dropped where it is NaN, infinite or too large for single precision.
+    /// @param alignment  which point of the text comes to the anchor
     void addText(const std::string& text, Math::Matrix4<float> transform, Alignment alignment);
 
     /// Uploads the added text; done by render() after changes.
@@ -113,9 +123,11 @@ public:
     /// Draws all added text with the current matrix.
     void render();
 
+    /// @{
     /// Draws one text at once, with its anchor at (x, y) or (0, 0) of the current matrix; added text is not touched.
     void renderFont(double x, double y, const std::string& text, Alignment alignment);
     void renderFont(const std::string& text, Alignment alignment);
+    /// @}
 
     /// Removes the added text.
     void clearVertex();
@@ -124,7 +136,10 @@ public:
     /// more text creates them again.
     void clear();
 
+    /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mColor = color; }
+
+    /// Red, green, blue and alpha of the outlines, black by default.
     void setOutlineColor(Math::Vector4<float> color) { mOutlineColor = color; }
 
     /// @param width  0 for none, up to 0.43: see above
@@ -140,9 +155,12 @@ public:
     ///
     /// Prints "Font SDF minDist %f maxDist %f\n" with the range of the distances, negative inside.
     /// @param image  width × height bytes, in place; null or empty does nothing
+    /// @param width,height  pixels
     void calcSdf(unsigned char* image, unsigned int width, unsigned int height);
 
     /// The distance of calcSdf() for one pixel, in pixels, negative inside.
+    /// @param image,width,height  the picture, as for calcSdf()
+    /// @param x,y  the pixel
     /// @param radius  rings to search
     /// @param distance  √2 × radius, with its sign, where no pixel is of the other state; 0 outside the picture
     /// @return whether there is a pixel of the other state

@@ -64,11 +64,17 @@ public:
     /// @return as load()
     bool loadNormals(const unsigned short* data, unsigned int width, unsigned int height, unsigned int format);
 
-    /// The makers behind the loads.
+    /// The maker behind load().
     /// @param name  receives OpenGL's name of a new texture, which is the caller's to delete; left alone on failure
+    /// @param pixels,width,height,format  as for load()
     /// @return as load()
     static bool createTexture(unsigned int& name, const unsigned char* pixels, unsigned int width, unsigned int height,
                               unsigned int format);
+
+    /// The maker behind loadNormals().
+    /// @param name  as for createTexture()
+    /// @param data,width,height,format  as for loadNormals()
+    /// @return as loadNormals()
     static bool createTextureNormal(unsigned int& name, const unsigned short* data, unsigned int width,
                                     unsigned int height, unsigned int format);
 
@@ -99,13 +105,16 @@ public:
     /// A colour that the map picture is multiplied by, white by default; the relief has none.
     void setColor(Math::Vector4<float> color) { mColor = color; }
 
+    /// @{
     /// Append a vertex to the strip; w is dropped.
+    /// @param vertex      in the space of the matrix stack
     /// @param coordinate  of the textures, 0 to 1 each way; beyond, their edge goes on
     void addVertex(Math::Vector3<float> vertex, Math::Vector2<float> coordinate) { mVertices.add(vertex, coordinate); }
     void addVertex(Math::Vector4<float> vertex, Math::Vector2<float> coordinate)
     {
         mVertices.add({vertex.x, vertex.y, vertex.z}, coordinate);
     }
+    /// @}
 
     /// Removes all vertices; textures stay.
     void clearVertex() { mVertices.clear(); }
@@ -114,9 +123,11 @@ public:
     /// stay.
     void clear();
 
+    /// @{
     /// Size of the map picture, pixels; 0 without.
     unsigned int width() const { return mWidth; }
     unsigned int height() const { return mHeight; }
+    /// @}
 
     /// Creates the OpenGL objects of the vertices and uploads what there is; done by render().
     void init() { setData(); }

@@ -35,11 +35,14 @@ namespace Tavik::OpenGL {
 class TAVIK_API TriangleStrip
 {
 public:
+    /// @{
     /// Append a vertex; missing z is 0, w is dropped.
     void addVertex(Math::Vector2<float> vertex) { addVertex(Math::Vector3<float>(vertex.x, vertex.y, 0.0f)); }
     void addVertex(Math::Vector3<float> vertex);
     void addVertex(Math::Vector4<float> vertex) { addVertex(Math::Vector3<float>(vertex.x, vertex.y, vertex.z)); }
+    /// @}
 
+    /// @{
     /// The same with the vertex's colour, which shows when multi-colour is on and each vertex has one.
     void addVertex(Math::Vector2<float> vertex, Math::Vector4<float> color)
     {
@@ -50,6 +53,7 @@ public:
     {
         addVertex(Math::Vector3<float>(vertex.x, vertex.y, vertex.z), color);
     }
+    /// @}
 
     /// Removes all vertices and colours.
     void clearVertex();
@@ -61,6 +65,7 @@ public:
     /// stay.
     void setRect(unsigned int width, unsigned int height);
 
+    /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mColor = color; }
 
     /// Draws each vertex in its own colour, provided that all have one, and without the pattern.

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+/// @file
 /// Character sets of the stroke font VectorFont.
 
 namespace Tavik::OpenGL {

@@ -67,9 +67,11 @@ public:
         BottomRight = 8
     };
 
+    /// @{
     /// Characters that a font has, and records that a glyph of a foreign set may have.
     static constexpr std::size_t CharacterCount = 128;
     static constexpr std::size_t MaximumRecordsPerGlyph = 4096;
+    /// @}
 
     /// Reads a character set and creates the OpenGL objects; done with the built-in set by the first addText() or
     /// renderFont(), so that it is for other sets only. A font that has a set keeps it until clear(): later calls do
@@ -88,9 +90,11 @@ public:
     const CHARDEF_STRUCT* drawChar(int code, const CHARDEF_STRUCT* data);
 
     /// Appends a text to the batch.
+    /// @param text  bytes, see above
     /// @param m  places the text, whose anchor is its origin, in the space of the matrix stack; affine, the fourth row
     ///           is not read
     /// @param size  nominal character height in units of m's source; capitals are 0.857 of it
+    /// @param a  which point of the text comes to the anchor
     void addText(const std::string& text, Math::Matrix4<float> m, double size, Alignment a);
 
     /// Draws the batch in one call, after uploading it if it has changed. An empty batch changes no OpenGL state.
@@ -105,7 +109,9 @@ public:
 
     /// Draws a text now, through the matrix stack, which is left as it was.
     /// @param x,y  the anchor, in the space of the matrix stack
+    /// @param text  bytes, see above
     /// @param size  nominal character height in the same units
+    /// @param a  which point of the text comes to the anchor
     void renderFont(double x, double y, const std::string& text, double size, Alignment a);
 
     /// The same with the anchor at the origin; OpenGL errors are printed.
@@ -121,10 +127,12 @@ public:
     /// creates everything again.
     void clear();
 
+    /// @{
     /// The batch: points in the space of the matrix stack, and the indices that string them to line strips, each ended
     /// by StripSeparator.
     const std::vector<Math::Vector3<float>>& vertices() const { return mTextVertices; }
     const std::vector<std::uint32_t>& indices() const { return mTextIndices; }
+    /// @}
 
     /// Ends a strip in the indices, and the restart index when drawing.
     static constexpr std::uint32_t StripSeparator = 0xFFFFFFFF;

@@ -1,5 +1,6 @@
 #pragma once
 
+/// @file
 /// The map symbols and signs of the stroke font VectorFont.
 
 namespace Tavik::OpenGL {
@@ -19,6 +20,7 @@ namespace Tavik::OpenGL {
 /// 20 pixels. The other signs stand among capitals.
 struct VectorSymbol
 {
+    /// The codes.
     enum Code : char
     {
         CrossedOval = 0,       ///< oval with a cross: shows a zero byte that got into a text

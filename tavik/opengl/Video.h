@@ -48,13 +48,16 @@ public:
     ///             afterwards
     void putFrame(const unsigned char* rgb);
 
+    /// @{
     /// Append a vertex to the strip; w is dropped.
+    /// @param vertex      in the space of the matrix stack
     /// @param coordinate  of the frame: (0, 0) is the first pixel of the first row, (1, 1) the last of the last
     void addVertex(Math::Vector3<float> vertex, Math::Vector2<float> coordinate) { mVertices.add(vertex, coordinate); }
     void addVertex(Math::Vector4<float> vertex, Math::Vector2<float> coordinate)
     {
         mVertices.add({vertex.x, vertex.y, vertex.z}, coordinate);
     }
+    /// @}
 
     /// Removes all vertices; the frame stays.
     void clearVertex() { mVertices.clear(); }
@@ -65,9 +68,11 @@ public:
     /// A colour that the frame is multiplied by, white by default.
     void setColor(Math::Vector4<float> color) { mColor = color; }
 
+    /// @{
     /// Size of the frames, pixels; 0 before init().
     unsigned int width() const { return mWidth; }
     unsigned int height() const { return mHeight; }
+    /// @}
 
     /// Uploads the vertices; done by render() after changes.
     void setData();

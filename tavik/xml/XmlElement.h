@@ -43,8 +43,11 @@ public:
     /// have been created with new, and belongs to where it was appended.
     explicit XmlElement(TiXmlElement* element);
 
+    /// @{
+    /// A copy is the same element.
     XmlElement(const XmlElement&) = default;
     XmlElement& operator=(const XmlElement&) = default;
+    /// @}
     ~XmlElement() = default;
 
     /// Each setter replaces the attribute of that name, or adds it as the last.
