@@ -58,6 +58,8 @@ void readHeader(PngDecoder& decoder)
 {
     png_init_io(decoder.png, decoder.file);
     png_set_sig_bytes(decoder.png, SignatureSize);
+    // Only what tells pixels is read; for comments, profiles and the like libpng would allocate any length they claim.
+    png_set_keep_unknown_chunks(decoder.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
     png_read_info(decoder.png, decoder.info);
     decoder.width = png_get_image_width(decoder.png, decoder.info);
     decoder.height = png_get_image_height(decoder.png, decoder.info);
