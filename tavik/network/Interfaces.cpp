@@ -1,10 +1,14 @@
 #include <tavik/network/Interfaces.h>
 
+#include <tavik/network/SocketOptions.h>
+
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <sys/ioctl.h>
 
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 namespace Tavik::Network {
@@ -25,15 +29,6 @@ std::uint32_t ipv4Address(const sockaddr* address)
     return ntohl(reinterpret_cast<const sockaddr_in*>(address)->sin_addr.s_addr);
 }
 
-/// @return host byte order; 0 for none
-std::uint32_t broadcastAddress(const ifaddrs& entry)
-{
-    // Without the flag the field holds the other end of a point-to-point link, and where the interface has been given
-    // no broadcast address, its own.
-    const std::uint32_t address = (entry.ifa_flags & IFF_BROADCAST) != 0 ? ipv4Address(entry.ifa_broadaddr) : 0;
-    return address == ipv4Address(entry.ifa_addr) ? 0 : address;
-}
-
 } // namespace
 
 std::vector<NetworkAdapter> listInterfaces()
@@ -52,11 +47,25 @@ std::vector<NetworkAdapter> listInterfaces()
         NetworkAdapter adapter;
         adapter.name = entry->ifa_name;
         adapter.address = ipv4Address(entry->ifa_addr);
-        adapter.broadcast = broadcastAddress(*entry);
         adapter.netmask = ipv4Address(entry->ifa_netmask);
         adapters.push_back(std::move(adapter));
     }
     return adapters;
+}
+
+/// Asked for one by one: the list of the system has a single field for it and for the other end of a link.
+std::uint32_t queryBroadcastAddress(int fd, const NetworkAdapter& adapter)
+{
+    ifreq request{};
+    adapter.name.copy(request.ifr_name, IFNAMSIZ - 1);
+    // An interface may have several addresses.
+    const sockaddr_in address = socketAddress(adapter.address, 0);
+    std::memcpy(&request.ifr_addr, &address, sizeof address);
+    if (ioctl(fd, SIOCGIFBRDADDR, &request) < 0) {
+        std::perror("ioctl");
+        return 0;
+    }
+    return ipv4Address(&request.ifr_broadaddr);
 }
 
 } // namespace Tavik::Network

@@ -5,12 +5,14 @@
 #include <tavik/network/AddressText.h>
 #include <tavik/network/HttpText.h>
 #include <tavik/network/Interfaces.h>
+#include <tavik/network/SocketOptions.h>
 #include <tavik/network/SocketTcp.h>
 #include <tavik/network/SocketWait.h>
 
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -76,10 +78,16 @@ std::map<std::string, unsigned long> Network::mHosts;
 
 std::vector<NetworkAdapter> Network::getNetworkAdapters()
 {
+    const int fd = openDatagramSocket("Opening send socket");
+    if (fd < 0) {
+        return {};
+    }
     std::vector<NetworkAdapter> adapters = listInterfaces();
     for (NetworkAdapter& adapter : adapters) {
-        adapter.broadcast = adapter.broadcast == 0 ? NoBroadcast : adapter.broadcast;
+        const std::uint32_t broadcast = queryBroadcastAddress(fd, adapter);
+        adapter.broadcast = broadcast == 0 ? NoBroadcast : broadcast;
     }
+    close(fd);
     return adapters;
 }
 

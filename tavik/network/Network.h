@@ -26,7 +26,8 @@ class TAVIK_API Network
 {
 public:
     /// Every IPv4 address of this host, in the system's order, the loopback among them.
-    /// @return empty, with the reason printed to standard error, when the system does not tell them
+    /// @return empty, with the reason on standard error ("Opening send socket" or "ioctl"), when the system does not
+    /// tell
     std::vector<NetworkAdapter> getNetworkAdapters();
 
     /// "192.168.0.1" of 0xC0A80001; bits above the 32nd do not count.
@@ -34,7 +35,7 @@ public:
 
     /// The IPv4 address of a name or of a text such as "192.168.0.1"; of several addresses the last that is not 0.
     /// Asks name servers, and may wait for them.
-    /// @return 0 when there is none, with the reason on standard error
+    /// @return 0 when there is none, and standard error has the reason, "getaddrinfo: Name or service not known"
     unsigned long getAddressFromName(const std::string& name);
 
     /// Downloads a file through HTTP/1.1 from port 80 (RFC 9112), without encryption. Waits for the connection for as
@@ -50,7 +51,8 @@ public:
     ///             request
     /// @param fileName  replaced as a whole once the answer is there; its folder is created
     /// @return whether the server answered within the first second, be a file written or not. When it cannot be
-    ///         written, "could not open <fileName>" is printed and the old one stays
+    ///         written, standard output says "could not open <fileName>", standard error why ("fopen"), and the old one
+    ///         stays
     bool getFileHttp(const std::string& url, const std::string& fileName);
 
 private:

@@ -1,21 +1,18 @@
 #include <tavik/network/SendQueue.h>
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 #include <utility>
 
 namespace Tavik::Network {
 
-void SendQueue::append(const void* data, std::uint32_t length, bool isRest)
+unsigned char* SendQueue::append(std::uint32_t length, bool isRest)
 {
-    Entry entry;
+    QueueEntry entry;
     entry.data.reset(new (std::nothrow) unsigned char[length]);
-    if (entry.data == nullptr) {
-        return;
-    }
-    if (length > 0) {
-        std::memcpy(entry.data.get(), data, length);
+    unsigned char* const data = entry.data.get();
+    if (data == nullptr) {
+        return nullptr;
     }
     entry.length = length;
     entry.isRest = isRest;
@@ -23,15 +20,16 @@ void SendQueue::append(const void* data, std::uint32_t length, bool isRest)
     ++mCount;
     if (mCount <= MostEntries) {
         mOverflow = 0;
-        return;
+    } else {
+        dropOldest();
+        ++mOverflow;
     }
-    dropOldest();
-    ++mOverflow;
+    return data;
 }
 
 void SendQueue::consume(std::uint32_t bytes)
 {
-    Entry& entry = at(0);
+    QueueEntry& entry = at(0);
     entry.sent += std::min(bytes, entry.length - entry.sent);
     if (entry.sent == entry.length) {
         removeHead();
@@ -47,7 +45,7 @@ void SendQueue::clear()
 
 void SendQueue::removeHead()
 {
-    at(0) = Entry();
+    at(0) = QueueEntry();
     mFirst = (mFirst + 1) % static_cast<std::uint32_t>(mEntries.size());
     --mCount;
 }

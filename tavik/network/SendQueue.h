@@ -25,12 +25,13 @@ public:
     /// Entries dropped since the last append that found room.
     std::uint32_t overflow() const { return mOverflow; }
 
-    /// Appends a copy of the data. Where 200 entries wait, the oldest goes; but an oldest one of which the peer has
-    /// already seen a part stays, since without its rest the peer would take what follows for it, and the second
-    /// oldest goes. Without memory the data is lost.
-    /// @param data,length  the bytes
-    /// @param isRest  whether the data is the rest of a message whose begin has been sent
-    void append(const void* data, std::uint32_t length, bool isRest);
+    /// Appends an entry, which the caller fills. Where 200 entries wait, the oldest goes; but an oldest one of which
+    /// the peer has already seen a part stays, since without its rest the peer would take what follows for it, and the
+    /// second oldest goes.
+    /// @param length  bytes
+    /// @param isRest  whether the entry is the rest of a message whose begin has been sent
+    /// @return its bytes; null without memory, and nothing is appended
+    unsigned char* append(std::uint32_t length, bool isRest);
 
     /// @{
     /// The oldest entry's unsent bytes; only when there is one.
@@ -45,7 +46,7 @@ public:
     void clear();
 
 private:
-    struct Entry
+    struct QueueEntry
     {
         std::unique_ptr<unsigned char[]> data;
         std::uint32_t length = 0;
@@ -53,12 +54,12 @@ private:
         bool isRest = false;
     };
 
-    const Entry& head() const { return mEntries[mFirst]; }
-    Entry& at(std::uint32_t index) { return mEntries[(mFirst + index) % mEntries.size()]; }
+    const QueueEntry& head() const { return mEntries[mFirst]; }
+    QueueEntry& at(std::uint32_t index) { return mEntries[(mFirst + index) % mEntries.size()]; }
     void removeHead();
     void dropOldest();
 
-    std::array<Entry, MostEntries + 1> mEntries; // a ring
+    std::array<QueueEntry, MostEntries + 1> mEntries; // a ring
     std::uint32_t mFirst = 0;
     std::uint32_t mCount = 0;
     std::uint32_t mOverflow = 0;

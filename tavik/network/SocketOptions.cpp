@@ -21,6 +21,15 @@ void setIntOption(int fd, int level, int option, int value)
 
 } // namespace
 
+int openDatagramSocket(const char* failureText)
+{
+    const int fd = socket(AF_INET, SOCK_DGRAM, 0);
+    if (fd < 0) {
+        std::perror(failureText);
+    }
+    return fd;
+}
+
 void setCloseOnExec(int fd, const char* failureText)
 {
     const int flags = fcntl(fd, F_GETFD);

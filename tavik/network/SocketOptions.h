@@ -7,6 +7,10 @@
 /// What every socket of the library is set up with.
 namespace Tavik::Network {
 
+/// @param failureText  for perror
+/// @return −1 when the system gives no socket
+int openDatagramSocket(const char* failureText);
+
 /// Not inherited by programs that the process starts.
 /// @param failureText  for perror, when the flags cannot be read
 void setCloseOnExec(int fd, const char* failureText);

@@ -9,6 +9,7 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdint>
@@ -23,8 +24,7 @@ namespace {
 constexpr std::uint32_t BufferBytes = 1'048'576;
 constexpr std::uint32_t HeaderBytes = sizeof(MsgHeader);
 
-// Copying a message together costs less than handing it over in two pieces up to about this size, and the kernel calls
-// a socket writable only while it takes many times as much.
+// Copying a message together costs less than handing it over in two pieces up to about this size.
 constexpr std::uint32_t SmallMessageBytes = 4096;
 
 constexpr std::int64_t MicrosecondsPerMs = 1000;
@@ -71,8 +71,21 @@ long uninterrupted(Call call)
     return result;
 }
 
-/// Whether a call that does not wait failed where a look beforehand would have said "not now": no data or no room, or
-/// a descriptor that is not open.
+/// Copies a message together as it goes over the wire.
+/// @param skipped  bytes to leave out at its begin
+void copyMessage(unsigned char* target, const void* payload, const MsgHeader& header, std::uint32_t skipped)
+{
+    const std::uint32_t skippedHeader = std::min(skipped, HeaderBytes);
+    std::memcpy(target, reinterpret_cast<const unsigned char*>(&header) + skippedHeader, HeaderBytes - skippedHeader);
+    const std::uint32_t skippedPayload = skipped - skippedHeader;
+    if (header.dataLength > skippedPayload) {
+        std::memcpy(target + HeaderBytes - skippedHeader, static_cast<const unsigned char*>(payload) + skippedPayload,
+                    header.dataLength - skippedPayload);
+    }
+}
+
+/// Whether a call that does not wait failed where a look beforehand would have said "not now": no data, or a
+/// descriptor that is not open.
 bool isNotReady(int error)
 {
     return error == EAGAIN || error == EWOULDBLOCK || error == EBADF;
@@ -83,7 +96,7 @@ bool isNotReady(int error)
 SocketTcp::SocketTcp() : mReceiveBuffer(makeBuffer()), mSendBuffer(makeBuffer()) {}
 
 SocketTcp::SocketTcp(const SocketTcp& other)
-    : mSd(other.mSd), mIsConnected(other.mIsConnected), mName(other.mName), mReceiveBuffer(makeBuffer()),
+    : mSd(other.mSd), mConnected(other.mConnected), mName(other.mName), mReceiveBuffer(makeBuffer()),
       mSendBuffer(makeBuffer()), mReceiveFill(mReceiveBuffer != nullptr ? other.mReceiveFill : 0)
 {}
 
@@ -97,9 +110,9 @@ SocketTcp& SocketTcp::operator=(const SocketTcp& other) // NOLINT(cert-oop54-cpp
     mReceiveBegin = 0;
     mReceiveFill = mReceiveBuffer != nullptr ? other.mReceiveFill : 0;
     mSd = other.mSd;
-    mIsConnected = other.mIsConnected;
+    mConnected = other.mConnected;
     mName = other.mName;
-    mQueue.clear();
+    mSendQueue.clear();
     return *this;
 }
 
@@ -112,14 +125,14 @@ SocketTcp::Buffer SocketTcp::makeBuffer()
 void SocketTcp::setDescriptor(int fd)
 {
     mSd = fd;
-    mIsConnected = true;
+    mConnected = true;
 }
 
 int SocketTcp::closeConnection()
 {
     const int result = mSd < 0 ? mSd : close(mSd);
     mSd = -1;
-    mIsConnected = false;
+    mConnected = false;
     return result;
 }
 
@@ -127,7 +140,7 @@ int SocketTcp::closeConnection()
 bool SocketTcp::fail()
 {
     close(mSd);
-    mIsConnected = false;
+    mConnected = false;
     return false;
 }
 
@@ -136,7 +149,7 @@ bool SocketTcp::finishConnecting(unsigned long address)
     setBufferSizes(mSd);
     setSendTimeout(mSd);
     mName = addressText(address);
-    mIsConnected = true;
+    mConnected = true;
     return true;
 }
 
@@ -182,7 +195,7 @@ bool SocketTcp::createTcpClientSocketNonBlock(unsigned long address, int port, u
 
 int SocketTcp::read(void* buffer, unsigned int length, unsigned int timeoutMs)
 {
-    if (!mIsConnected) {
+    if (!mConnected) {
         return 0;
     }
     // Without a wait the receive itself tells whether there is something, which saves a call.
@@ -217,21 +230,25 @@ long SocketTcp::sendSocket(int fd, const void* data, unsigned long length, int f
 
 void SocketTcp::putDataToQueue(const void* data, unsigned int length)
 {
-    if (data != nullptr || length == 0) {
-        mQueue.append(data, length, false);
+    if (data == nullptr && length > 0) {
+        return;
+    }
+    unsigned char* const entry = mSendQueue.append(length, false);
+    if (entry != nullptr && length > 0) {
+        std::memcpy(entry, data, length);
     }
 }
 
 void SocketTcp::sendPendingMessages()
 {
-    while (mIsConnected && !mQueue.isEmpty()) {
-        const std::uint32_t length = mQueue.headLength();
-        // An entry without data has nothing to wait for.
-        const long sent = length == 0 ? 0 : sendSocket(mSd, mQueue.headData(), length, 0);
+    while (mConnected && !mSendQueue.isEmpty() && selectWrite(mSd, 0) == 1) {
+        const std::uint32_t length = mSendQueue.headLength();
+        // There is nothing to send of an entry without data, and nothing to wait for.
+        const long sent = length == 0 ? 0 : uninterrupted([&] { return send(mSd, mSendQueue.headData(), length, 0); });
         if (sent < 0 || (sent == 0 && length > 0)) {
             return;
         }
-        mQueue.consume(static_cast<std::uint32_t>(sent));
+        mSendQueue.consume(static_cast<std::uint32_t>(sent));
         if (static_cast<std::uint32_t>(sent) < length) {
             return;
         }
@@ -240,7 +257,7 @@ void SocketTcp::sendPendingMessages()
 
 int SocketTcp::writePackage(const void* payload, const MsgHeader& header, unsigned int /*unused*/)
 {
-    if (!mIsConnected) {
+    if (!mConnected) {
         return 0;
     }
     if (header.dataLength > BufferBytes - HeaderBytes || (payload == nullptr && header.dataLength > 0)) {
@@ -249,7 +266,7 @@ int SocketTcp::writePackage(const void* payload, const MsgHeader& header, unsign
     }
     sendPendingMessages();
     long sent = 0;
-    if (mQueue.isEmpty()) {
+    if (mSendQueue.isEmpty() && selectWrite(mSd, 0) == 1) {
         sent = sendMessage(payload, header);
         if (sent < 0) {
             std::printf("SocketTcp::writePackage ret %d\n", static_cast<int>(sent));
@@ -260,17 +277,14 @@ int SocketTcp::writePackage(const void* payload, const MsgHeader& header, unsign
     return 0;
 }
 
-/// Sends once, if the socket takes data now.
-/// @return what send() returned, 0 when the socket takes nothing now
+/// Sends once.
+/// @return what send() returned
 long SocketTcp::sendMessage(const void* payload, const MsgHeader& header)
 {
     const std::uint32_t total = HeaderBytes + header.dataLength;
-    if (total <= SmallMessageBytes && assemble(payload, header)) {
-        const long sent = uninterrupted([&] { return send(mSd, mSendBuffer.get(), total, MSG_DONTWAIT); });
-        return sent < 0 && isNotReady(errno) ? 0 : sent;
-    }
-    if (selectWrite(mSd, 0) < 1) {
-        return 0;
+    if (total <= SmallMessageBytes && mSendBuffer != nullptr) {
+        copyMessage(mSendBuffer.get(), payload, header, 0);
+        return uninterrupted([&] { return send(mSd, mSendBuffer.get(), total, 0); });
     }
     // sendmsg() only reads, whatever its types say.
     std::array<iovec, 2> pieces = {
@@ -285,23 +299,13 @@ long SocketTcp::sendMessage(const void* payload, const MsgHeader& header)
 void SocketTcp::queueRest(const void* payload, const MsgHeader& header, std::uint32_t sent)
 {
     const std::uint32_t total = HeaderBytes + header.dataLength;
-    if (sent < total && assemble(payload, header)) {
-        mQueue.append(mSendBuffer.get() + sent, total - sent, sent > 0);
+    if (sent == total) {
+        return;
     }
-}
-
-/// Puts header and payload together in the send buffer.
-/// @return false when there is no memory for it
-bool SocketTcp::assemble(const void* payload, const MsgHeader& header)
-{
-    if (mSendBuffer == nullptr) {
-        return false;
+    unsigned char* const entry = mSendQueue.append(total - sent, sent > 0);
+    if (entry != nullptr) {
+        copyMessage(entry, payload, header, sent);
     }
-    std::memcpy(mSendBuffer.get(), &header, HeaderBytes);
-    if (header.dataLength > 0) {
-        std::memcpy(mSendBuffer.get() + HeaderBytes, payload, header.dataLength);
-    }
-    return true;
 }
 
 int SocketTcp::readPackage(void* payload, MsgHeader& header)
@@ -311,7 +315,7 @@ int SocketTcp::readPackage(void* payload, MsgHeader& header)
 
 int SocketTcp::readPackage(void* payload, MsgHeader& header, unsigned int capacity)
 {
-    if (!mIsConnected) {
+    if (!mConnected) {
         return ConnectionOver;
     }
     MsgHeader received;

@@ -49,7 +49,8 @@ bool SocketTcpServer::init(int port)
     setCloseOnExec(fd, "fcntl");
     const int on = 1;
     if (setsockopt(fd, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on) < 0) {
-        return closeAndFail(fd, "setsockopt");
+        std::perror("setsockopt"); // and the descriptor stays open, as the header tells
+        return false;
     }
     const sockaddr_in address = socketAddress(INADDR_ANY, port);
     if (bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) < 0) {

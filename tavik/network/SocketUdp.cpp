@@ -17,15 +17,6 @@ namespace Tavik::Network {
 
 namespace {
 
-int openDatagramSocket(const char* failureText)
-{
-    const int fd = socket(AF_INET, SOCK_DGRAM, 0);
-    if (fd < 0) {
-        std::perror(failureText);
-    }
-    return fd;
-}
-
 /// @param failureText  for perror; null to say nothing
 bool closeAndFail(int fd, const char* failureText)
 {
@@ -46,6 +37,13 @@ bool startsWith(const std::string& text, const char* begin)
     return text.rfind(begin, 0) == 0;
 }
 
+/// Neither loopback nor dummy nor an alias.
+bool isForBroadcasts(const NetworkAdapter& adapter)
+{
+    return !startsWith(adapter.name, "lo") && !startsWith(adapter.name, "dummy") &&
+           adapter.name.find(':') == std::string::npos;
+}
+
 } // namespace
 
 SocketUdp::~SocketUdp()
@@ -56,24 +54,24 @@ SocketUdp::~SocketUdp()
 int SocketUdp::closeConnection()
 {
     // Not by the descriptor alone: the 0 that a close leaves is no socket.
-    const int result = mIsOpen ? close(mSd) : mSd;
+    const int result = mOpen ? close(mSd) : mSd;
     mSd = 0;
     mMode = Mode::Closed;
-    mIsOpen = false;
+    mOpen = false;
     return result;
 }
 
 bool SocketUdp::opened(int fd, Mode mode)
 {
     mSd = fd;
-    mIsOpen = true;
+    mOpen = true;
     mMode = mode;
     return true;
 }
 
 bool SocketUdp::openSendSocket(unsigned long address, int port, int ttl)
 {
-    if (mIsOpen || !isPort(port)) {
+    if (mOpen || !isPort(port)) {
         return false;
     }
     mPort = port;
@@ -97,7 +95,7 @@ bool SocketUdp::openSendSocket(unsigned long address, int port, int ttl)
 
 bool SocketUdp::openReceiveSocket(unsigned long address, int port, int blocking)
 {
-    if (mIsOpen || !isPort(port)) {
+    if (mOpen || !isPort(port)) {
         return false;
     }
     const int fd = openDatagramSocket("Opening recv socket");
@@ -106,7 +104,8 @@ bool SocketUdp::openReceiveSocket(unsigned long address, int port, int blocking)
     }
     setCloseOnExec(fd, "fcntl");
     if (!setOption(fd, SOL_SOCKET, SO_REUSEADDR, 1)) {
-        return closeAndFail(fd, "setsockopt");
+        std::perror("setsockopt"); // and the descriptor stays open, as the header tells
+        return false;
     }
     const sockaddr_in local = socketAddress(address, port);
     if (bind(fd, reinterpret_cast<const sockaddr*>(&local), sizeof local) < 0) {
@@ -121,7 +120,7 @@ bool SocketUdp::openReceiveSocket(unsigned long address, int port, int blocking)
 
 int SocketUdp::localPort() const
 {
-    return mIsOpen ? boundPort(mSd) : -1;
+    return mOpen ? boundPort(mSd) : -1;
 }
 
 unsigned long SocketUdp::getHostAddress()
@@ -141,14 +140,11 @@ unsigned long SocketUdp::getBroadcastAddress()
     if (fd < 0) {
         std::exit(EXIT_FAILURE); // no answer could be told from an address
     }
+    const std::vector<NetworkAdapter> adapters = listInterfaces();
+    const auto adapter = std::find_if(adapters.begin(), adapters.end(), isForBroadcasts);
+    const unsigned long address = adapter == adapters.end() ? 0 : queryBroadcastAddress(fd, *adapter);
     close(fd);
-    for (const NetworkAdapter& adapter : listInterfaces()) {
-        if (!startsWith(adapter.name, "lo") && !startsWith(adapter.name, "dummy") &&
-            adapter.name.find(':') == std::string::npos) {
-            return adapter.broadcast;
-        }
-    }
-    return 0;
+    return address;
 }
 
 unsigned long SocketUdp::getAddressFromName(const std::string& name)
@@ -158,17 +154,17 @@ unsigned long SocketUdp::getAddressFromName(const std::string& name)
 
 int SocketUdp::read(void* buffer, unsigned int length)
 {
-    return mIsOpen ? static_cast<int>(recv(mSd, buffer, length, 0)) : -1;
+    return mOpen ? static_cast<int>(recv(mSd, buffer, length, 0)) : -1;
 }
 
 int SocketUdp::write(int /*unused*/, const void* data, unsigned int length)
 {
-    return mIsOpen ? static_cast<int>(send(mSd, data, length, 0)) : -1;
+    return mOpen ? static_cast<int>(send(mSd, data, length, 0)) : -1;
 }
 
 int SocketUdp::write(const void* data, unsigned int length)
 {
-    return mIsOpen ? static_cast<int>(send(mSd, data, length, MSG_DONTWAIT)) : -1;
+    return mOpen ? static_cast<int>(send(mSd, data, length, MSG_DONTWAIT)) : -1;
 }
 
 } // namespace Tavik::Network

@@ -19,7 +19,7 @@ namespace Tavik::Network {
 ///     for (int count; (count = receiver.read(buffer, sizeof buffer)) >= 0;) { ... }
 ///
 /// Addresses are numbers in host byte order, first part in the highest byte: 0xC0A80001 is 192.168.0.1. System errors
-/// are printed with perror to standard error. One thread at a time for each object.
+/// are printed with perror to standard error, under the names told here. One thread at a time for each object.
 class TAVIK_API SocketUdp
 {
 public:
@@ -39,31 +39,34 @@ public:
     /// @param address  of the receiver
     /// @param port  0 to 65535
     /// @param ttl  routers that a datagram may pass, brought into 1 to 255
-    /// @return false when a socket is open already, and on failure
+    /// @return false when a socket is open already, and on failure ("Opening send socket", "set send broadcast",
+    ///         "connect send socket")
     bool openSendSocket(unsigned long address, int port, int ttl);
 
     /// Opens a socket that receives what is sent to a port of this host; several may receive from the same port.
     /// @param address  a local address, 0 for any
     /// @param port  1 to 65535, 0 for one that the system chooses, see localPort()
     /// @param blocking  0: read() never waits; else it waits for a datagram
-    /// @return false when a socket is open already, and on failure
+    /// @return false when a socket is open already, and on failure ("Opening recv socket", "bind recv socket",
+    ///         "setsockopt"). Where the system refuses an option, the descriptor is not closed
     bool openReceiveSocket(unsigned long address, int port, int blocking);
 
     /// The port of this end, −1 when no socket is open.
     int localPort() const;
 
-    /// The address of this host's name; 0 where the name is unknown, which is printed.
+    /// The address of this host's name; 0 where the name is unknown ("Unknown Host").
     unsigned long getHostAddress();
 
     /// The broadcast address of the first interface that is neither loopback ("lo…") nor dummy ("dummy…") nor an alias
-    /// (with ':'); 0 when there is none. Ends the process with exit status 1 when the system gives no socket at all.
+    /// (with ':'); 0 when there is none. Ends the process with exit status 1 when the system gives no socket at all
+    /// ("Opening send socket").
     unsigned long getBroadcastAddress();
 
-    /// The first address of a name, 0 when there is none.
+    /// The first address of a name, 0 when there is none. Asks name servers, and may wait for them.
     unsigned long getAddressFromName(const std::string& name);
 
     /// Receives one datagram; what does not fit is lost.
-    /// @return its size, −1 when there is none, on failure, and when no socket is open
+    /// @return its size, −1 when there is none, when a signal came first, on failure, and when no socket is open
     int read(void* buffer, unsigned int length);
 
     /// Sends one datagram; the first argument has no effect. May wait for room in the kernel's buffer.
@@ -88,7 +91,7 @@ private:
     int mSd = -1;
     int mPort = 0;
     Mode mMode = Mode::Closed;
-    bool mIsOpen = false;
+    bool mOpen = false;
 };
 
 } // namespace Tavik::Network

@@ -21,10 +21,15 @@ int waitOnce(int fd, Readiness readiness, nanoseconds limit)
     pollfd entry{};
     entry.fd = fd;
     entry.events = readiness == Readiness::Readable ? POLLIN : POLLOUT;
-    timespec timeout{};
-    timeout.tv_sec = static_cast<time_t>(limit.count() / 1'000'000'000);
-    timeout.tv_nsec = static_cast<long>(limit.count() % 1'000'000'000);
-    const int result = ppoll(&entry, 1, limit.count() < 0 ? nullptr : &timeout, nullptr);
+    int result = 0;
+    if (limit.count() > 0) {
+        timespec timeout{};
+        timeout.tv_sec = static_cast<time_t>(limit.count() / 1'000'000'000);
+        timeout.tv_nsec = static_cast<long>(limit.count() % 1'000'000'000);
+        result = ppoll(&entry, 1, &timeout, nullptr);
+    } else { // the cheaper call where no fraction of a millisecond counts, which every message needs
+        result = poll(&entry, 1, limit.count() < 0 ? -1 : 0);
+    }
     if (result > 0 && (entry.revents & POLLNVAL) != 0) {
         errno = EBADF;
         return -1;

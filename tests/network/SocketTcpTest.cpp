@@ -188,6 +188,17 @@ TEST_P(FullSocketTest, queuesWhatTheSocketDoesNotTakeAndKeepsTheStreamWhole)
     EXPECT_EQ(lost, 5u);
 }
 
+/// The kernel has room left when it stops calling a socket writable.
+TEST(SocketTcpTest, queuesAsSoonAsTheSocketIsNotWritable)
+{
+    RawPeer peer;
+    const std::string bytes(65536, 'f');
+    while (peer.socket.sendSocket(peer.socket.sd(), bytes.data(), bytes.size(), 0) > 0) {
+    }
+    EXPECT_EQ(peer.socket.writePackage("tiny", headerOf(1, 4), 0), 0);
+    EXPECT_EQ(peer.socket.bufferSize(), 1);
+}
+
 TEST(SocketTcpTest, countsDropsOfTheQueue)
 {
     RawPeer peer;
