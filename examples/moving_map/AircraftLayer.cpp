@@ -39,13 +39,13 @@ void AircraftLayer::render(const Scene& scene)
     Tavik::OpenGL::MatrixPush();
     Tavik::OpenGL::MatrixTranslate(place.x, place.y, 0.0);
     Tavik::OpenGL::MatrixRotate(scene.view.up() - scene.aircraft.trackDegrees, 0.0, 0.0, 1.0);
-    applyPen(mTrack, {Palette::ProjectedTrack, 2.6f, Dashes});
+    applyPen(mTrack, {scene.colors.projectedTrack, 2.6f, Dashes});
     mTrack.render(-1);
-    applyPen(mMinutes, {Palette::ProjectedTrack, 2.6f});
+    applyPen(mMinutes, {scene.colors.projectedTrack, 2.6f});
     mMinutes.render();
     applyPen(mOutline, {Palette::Casing, 5.0f});
     mOutline.render(1.0);
-    mSymbol.setColor(Palette::Aircraft);
+    mSymbol.setColor(scene.colors.aircraft);
     mSymbol.render();
     Tavik::OpenGL::MatrixPop();
 }

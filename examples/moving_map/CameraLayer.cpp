@@ -57,12 +57,12 @@ CameraPicture take(CameraPose pose, Terrain& terrain)
 
 } // namespace
 
-CameraLayer::CameraLayer(TerrainWorker& worker) : mWorker(worker), mCaption(Palette::Text)
+CameraLayer::CameraLayer(TerrainWorker& worker, const MapColors& colors) : mWorker(worker), mCaption(Palette::Text)
 {
     // In the picture's own pixels about its middle.
     const Pixel half(0.5f * PictureWidth, 0.5f * PictureHeight);
     mFrame.addLineLoop(std::vector<Pixel>{half * -1.0f, {half.x, -half.y}, half, {-half.x, half.y}});
-    applyPen(mFrame, {Palette::Rings, 2.0f});
+    applyPen(mFrame, {colors.rings, 2.0f});
     mCaption.add("FORWARD VIEW", {CaptionMargin, CaptionMargin}, CaptionSize, TextAlign::Left);
 }
 

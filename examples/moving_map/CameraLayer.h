@@ -18,7 +18,7 @@ class CameraLayer
 {
 public:
     /// The worker must outlive the layer.
-    explicit CameraLayer(TerrainWorker& worker);
+    CameraLayer(TerrainWorker& worker, const MapColors& colors);
 
     /// Orders a picture when the aircraft has moved on since the last one.
     void update(const Scene& scene, bool isWanted);

@@ -59,17 +59,17 @@ void CompassLayer::render(const Scene& scene)
     mRim.render(1.0);
     applyPen(mTicks, {Palette::Casing, LineWidth + CasingPixels});
     mTicks.render();
-    applyPen(mRim, {Palette::Rings, LineWidth});
+    applyPen(mRim, {scene.colors.rings, LineWidth});
     mRim.render(1.0);
-    applyPen(mTicks, {Palette::Rings, LineWidth});
+    applyPen(mTicks, {scene.colors.rings, LineWidth});
     mTicks.render();
-    applyPen(mHalf, {Palette::Rings, LineWidth, Dashes});
+    applyPen(mHalf, {scene.colors.rings, LineWidth, Dashes});
     mHalf.render(1.0);
 
     Tavik::OpenGL::MatrixRotate(-scene.aircraft.trackDegrees, 0.0, 0.0, 1.0);
     applyPen(mLubberEdge, {Palette::Casing, CasingPixels});
     mLubberEdge.render(1.0);
-    mLubber.setColor(Palette::Aircraft);
+    mLubber.setColor(scene.colors.aircraft);
     mLubber.render();
     Tavik::OpenGL::MatrixPop();
 }

@@ -1,7 +1,5 @@
 #include <moving_map/Controls.h>
 
-#include <moving_map/Options.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -39,6 +37,11 @@ void Controls::handle(const SDL_Event& event, const MapView& view)
 
 void Controls::handleKey(SDL_Keycode key, const MapView& view)
 {
+    constexpr int FirstLayerKey = SDLK_1; // the keys of digits follow each other
+    if (key >= FirstLayerKey && key < FirstLayerKey + static_cast<int>(LayerCount)) {
+        mSettings.layers.toggle(static_cast<Layer>(key - FirstLayerKey));
+        return;
+    }
     switch (key) {
     case SDLK_PLUS:
     case SDLK_EQUALS: // the same key without shift on many keyboards
@@ -68,7 +71,7 @@ void Controls::handleKey(SDL_Keycode key, const MapView& view)
         mSettings.trackUp = !mSettings.trackUp;
         break;
     case SDLK_c:
-        mSettings.showsCamera = !mSettings.showsCamera;
+        mSettings.layers.toggle(Layer::Camera);
         break;
     case SDLK_SPACE:
         mSimulation.setPaused(!mSimulation.isPaused());

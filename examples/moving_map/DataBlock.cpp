@@ -60,16 +60,17 @@ bool DataBlock::Figures::operator==(const Figures& b) const
            top == b.top;
 }
 
-DataBlock::DataBlock() : mCaptions(Palette::Caption), mValues(Palette::Text), mFixName(Palette::ActiveLeg)
+DataBlock::DataBlock(const MapColors& colors)
+    : mCaptions(Palette::Caption), mValues(Palette::Text), mFixName(colors.activeLeg)
 {
     mPanel.setRect(Width, Height);
     mPanel.setColor(Palette::Panel);
 }
 
-void DataBlock::update(const Scene& scene)
+void DataBlock::update(const Scene& scene, bool isWanted)
 {
     mBox.reset();
-    if (scene.view.width() < SmallestMapWidth || scene.view.height() < SmallestMapHeight) {
+    if (!isWanted || scene.view.width() < SmallestMapWidth || scene.view.height() < SmallestMapHeight) {
         return;
     }
     const Figures figures = DataBlock::figures(scene);

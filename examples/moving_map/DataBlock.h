@@ -16,11 +16,11 @@ namespace MovingMap {
 class DataBlock
 {
 public:
-    DataBlock();
+    explicit DataBlock(const MapColors& colors);
 
-    void update(const Scene& scene);
+    void update(const Scene& scene, bool isWanted);
 
-    /// Where it stands on the map; nothing on a map too small for it.
+    /// Where it stands on the map; nothing where it is not wanted or the map is too small.
     std::optional<Box> box() const { return mBox; }
 
     void render();

@@ -20,9 +20,10 @@ constexpr std::size_t DeliveriesPerFrame = 2;
 
 } // namespace
 
-Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker)
-    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0, 0}, mTerrain(worker), mProfile(path, worker),
-      mAirspaceLayer(route), mCamera(worker), mLabels(route, path), mProfileLabels(path)
+Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker, const MapColors& colors)
+    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0, 0, {}, colors}, mTerrain(worker),
+      mProfile(path, worker), mAirspaceLayer(route), mDataBlock(colors), mCamera(worker, colors),
+      mLabels(route, path, colors), mProfileLabels(path, colors)
 {}
 
 void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels)
@@ -33,8 +34,9 @@ void Display::update(const DisplaySettings& settings, const Simulation& simulati
     mScene.altitudeMetres = simulation.altitudeMetres();
     mScene.speedMetresPerSecond = simulation.speedMetresPerSecond();
     mScene.rangeMetres = settings.rangeMiles * MetresPerNauticalMile;
+    mScene.layers = settings.layers;
     arrange(settings, widthPixels, heightPixels);
-    placeLabels(settings.showsCamera);
+    placeLabels();
 
     mWorker.deliver(DeliveriesPerFrame);
     mTerrain.update(mView);
@@ -43,8 +45,10 @@ void Display::update(const DisplaySettings& settings, const Simulation& simulati
 
 void Display::arrange(const DisplaySettings& settings, int widthPixels, int heightPixels)
 {
-    if (mWindow.width != widthPixels || mWindow.height != heightPixels) {
-        const int profile = std::clamp(static_cast<int>(ProfilePart * heightPixels), SmallestProfile, LargestProfile);
+    const int profile = settings.layers.shows(Layer::Profile)
+                            ? std::clamp(static_cast<int>(ProfilePart * heightPixels), SmallestProfile, LargestProfile)
+                            : 0;
+    if (mWindow.width != widthPixels || mWindow.height != heightPixels || mProfileArea.height != profile) {
         mWindow = {0, 0, widthPixels, heightPixels};
         mProfileArea = {0, 0, widthPixels, profile};
         mMap = {0, profile, widthPixels, std::max(heightPixels - profile, 1)};
@@ -62,11 +66,11 @@ void Display::arrange(const DisplaySettings& settings, int widthPixels, int heig
     mView.setUp(settings.trackUp ? mScene.aircraft.trackDegrees : 0.0);
 }
 
-void Display::placeLabels(bool showsCamera)
+void Display::placeLabels()
 {
     mCovered.clear();
-    mDataBlock.update(mScene);
-    mCamera.update(mScene, showsCamera);
+    mDataBlock.update(mScene, mScene.layers.shows(Layer::Figures));
+    mCamera.update(mScene, mScene.layers.shows(Layer::Camera));
     for (const std::optional<Box>& box : {mDataBlock.box(), mCamera.box()}) {
         if (box) {
             mCovered.push_back(*box);
@@ -86,19 +90,27 @@ void Display::completeTerrain()
 
 void Display::render()
 {
-    mMap.fill(Palette::Background);
+    mMap.fill(mScene.colors.background);
     mMap.activate();
-    mTerrain.render(mView);
-    mAirspaceLayer.render(mScene);
+    mTerrain.render(mView, mScene.layers);
+    if (mScene.layers.shows(Layer::Airspaces)) {
+        mAirspaceLayer.render(mScene);
+    }
     mRouteLayer.render(mScene);
-    mSymbolLayer.render(mScene);
-    mCompassLayer.render(mScene);
+    if (mScene.layers.shows(Layer::Symbols)) {
+        mSymbolLayer.render(mScene);
+    }
+    if (mScene.layers.shows(Layer::Compass)) {
+        mCompassLayer.render(mScene);
+    }
     mAircraftLayer.render(mScene);
     mLabels.render();
     mDataBlock.render();
     mCamera.render();
-    mProfileChart.render(mScene, mProfile, mProfileArea);
-    mProfileLabels.render(mScene, mProfileChart, mProfileArea);
+    if (mScene.layers.shows(Layer::Profile)) {
+        mProfileChart.render(mScene, mProfile, mProfileArea);
+        mProfileLabels.render(mScene, mProfileChart, mProfileArea);
+    }
     mWindow.activate();
     mFrame.render();
 }

@@ -6,6 +6,7 @@
 #include <moving_map/CameraLayer.h>
 #include <moving_map/CompassLayer.h>
 #include <moving_map/DataBlock.h>
+#include <moving_map/DisplaySettings.h>
 #include <moving_map/MapLabels.h>
 #include <moving_map/MapView.h>
 #include <moving_map/ProfileChart.h>
@@ -18,19 +19,9 @@
 #include <moving_map/TerrainWorker.h>
 #include <tavik/opengl/Lines.h>
 
-#include <optional>
 #include <vector>
 
 namespace MovingMap {
-
-/// What the user can change about the display.
-struct DisplaySettings
-{
-    double rangeMiles = 20.0;
-    bool trackUp = false;
-    bool showsCamera = true;
-    std::optional<Position> centre; ///< of the map; without one, it follows the aircraft
-};
 
 /// The whole picture: the map, and the profile below it.
 ///
@@ -38,8 +29,8 @@ struct DisplaySettings
 class Display
 {
 public:
-    /// The arguments must outlive the display. A current OpenGL context is needed from here on.
-    Display(const Route& route, const RoutePath& path, TerrainWorker& worker);
+    /// Route, path and worker must outlive the display. A current OpenGL context is needed from here on.
+    Display(const Route& route, const RoutePath& path, TerrainWorker& worker, const MapColors& colors = {});
 
     /// Arranges the picture and orders terrain that it lacks.
     void update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels);
@@ -57,7 +48,7 @@ public:
 
 private:
     void arrange(const DisplaySettings& settings, int widthPixels, int heightPixels);
-    void placeLabels(bool showsCamera);
+    void placeLabels();
     void buildFrame();
 
     TerrainWorker& mWorker;

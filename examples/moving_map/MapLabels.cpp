@@ -50,25 +50,26 @@ std::string milesText(double metres)
 
 } // namespace
 
-MapLabels::MapLabels(const Route& route, const RoutePath& path)
-    : mFixText(Palette::OtherLeg), mActiveText(Palette::ActiveLeg), mStationText(Palette::Station),
-      mObstacleText(Palette::Obstacle), mRangeText(Palette::RangeText), mNumberText(Palette::Text)
+MapLabels::MapLabels(const Route& route, const RoutePath& path, const MapColors& colors)
+    : mFixText(colors.otherLeg), mActiveText(colors.activeLeg), mStationText(colors.station),
+      mObstacleText(colors.obstacle), mRangeText(Palette::RangeText), mNumberText(Palette::Text)
 {
     for (std::size_t i = 0; i < AirspaceClassCount; ++i) {
         mAirspaceTexts.emplace_back(airspaceStyle(static_cast<AirspaceClass>(i)).edge.color);
     }
     for (const PathFix& fix : path.fixes()) {
-        add({{fix.name}, NameSize, &mFixText, fix.position, {}, 0.0, 0.0, {}}, FixPriority);
+        add({Layer::Symbols, {fix.name}, NameSize, &mFixText, fix.position, {}, 0.0, 0.0, {}}, FixPriority);
     }
     for (const Station& station : route.stations) {
         TextBatch* batch = station.kind == FixKind::Obstacle ? &mObstacleText : &mStationText;
-        add({{station.name}, NameSize, batch, station.position, {}, 0.0, 0.0, {}}, StationPriority);
+        add({Layer::Symbols, {station.name}, NameSize, batch, station.position, {}, 0.0, 0.0, {}}, StationPriority);
     }
     for (const double part : {0.5, 1.0}) {
-        add({{""}, RangeSize, &mRangeText, {}, {}, 0.0, part, {}}, RangePriority);
+        add({Layer::Compass, {""}, RangeSize, &mRangeText, {}, {}, 0.0, part, {}}, RangePriority);
     }
     for (const CompassLayer::Number& number : CompassLayer::Numbers) {
-        add({{number.text}, NumberSize, &mNumberText, {}, {}, 0.0, 0.0, number.bearing}, NumberPriority);
+        add({Layer::Compass, {number.text}, NumberSize, &mNumberText, {}, {}, 0.0, 0.0, number.bearing},
+            NumberPriority);
     }
     for (const Airspace& airspace : route.airspaces) {
         addAirspace(airspace);
@@ -86,6 +87,7 @@ void MapLabels::add(Entry entry, int priority)
 void MapLabels::addAirspace(const Airspace& airspace)
 {
     Entry entry;
+    entry.layer = Layer::Airspaces;
     entry.lines = {airspace.name + "  " + airspaceClassName(airspace.airspaceClass),
                    airspace.floor.text + " - " + airspace.ceiling.text};
     entry.textSize = AirspaceSize;
@@ -113,8 +115,9 @@ void MapLabels::update(const Scene& scene, const std::vector<Box>& covered)
     if (isUpToDate(scene, covered)) {
         return;
     }
-    const bool rangeChanged = !mState || mState->rangeMetres != scene.rangeMetres;
-    mState = State{scene.view, scene.aircraft.position, scene.nextFix, scene.rangeMetres, covered};
+    const bool rangeChanged = !mState || mState->rangeMetres != scene.rangeMetres ||
+                              !(mState->layers == scene.layers); // the rings may have been hidden meanwhile
+    mState = State{scene.view, scene.aircraft.position, scene.nextFix, scene.rangeMetres, scene.layers, covered};
     addObstacles(scene, covered);
     const GeoBounds visible = scene.view.bounds(Clearance);
     std::size_t pointCount = 0;
@@ -123,6 +126,9 @@ void MapLabels::update(const Scene& scene, const std::vector<Box>& covered)
         Entry& entry = mEntries[i];
         PlacedLabel& label = mLabels[i];
         label.places.clear();
+        if (!isWanted(scene.layers, entry)) {
+            continue;
+        }
         if (entry.ringPart > 0.0) {
             if (rangeChanged) {
                 entry.lines.front() = milesText(entry.ringPart * scene.rangeMetres);
@@ -149,10 +155,17 @@ void MapLabels::update(const Scene& scene, const std::vector<Box>& covered)
     fillBatches(scene);
 }
 
+/// What is written at the compass rose are no names.
+bool MapLabels::isWanted(const Layers& layers, const Entry& entry)
+{
+    return layers.shows(entry.layer) && (entry.layer == Layer::Compass || layers.shows(Layer::Names));
+}
+
 bool MapLabels::isUpToDate(const Scene& scene, const std::vector<Box>& covered) const
 {
     return mState && mState->view == scene.view && mState->aircraft == scene.aircraft.position &&
-           mState->nextFix == scene.nextFix && mState->rangeMetres == scene.rangeMetres && mState->covered == covered;
+           mState->nextFix == scene.nextFix && mState->rangeMetres == scene.rangeMetres &&
+           mState->layers == scene.layers && mState->covered == covered;
 }
 
 void MapLabels::addObstacles(const Scene& scene, const std::vector<Box>& covered)

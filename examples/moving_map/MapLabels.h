@@ -18,7 +18,7 @@ namespace MovingMap {
 class MapLabels
 {
 public:
-    MapLabels(const Route& route, const RoutePath& path);
+    MapLabels(const Route& route, const RoutePath& path, const MapColors& colors);
 
     MapLabels(const MapLabels&) = delete;
     MapLabels& operator=(const MapLabels&) = delete;
@@ -32,6 +32,7 @@ private:
     /// What one label says, and of what.
     struct Entry
     {
+        Layer layer; // that it belongs to
         std::vector<std::string> lines;
         int textSize;
         TextBatch* batch;
@@ -49,11 +50,13 @@ private:
         Position aircraft;
         std::size_t nextFix;
         double rangeMetres;
+        Layers layers;
         std::vector<Box> covered;
     };
 
     void add(Entry entry, int priority);
     void addAirspace(const Airspace& airspace);
+    static bool isWanted(const Layers& layers, const Entry& entry);
     bool isUpToDate(const Scene& scene, const std::vector<Box>& covered) const;
     void addObstacles(const Scene& scene, const std::vector<Box>& covered);
     static void setPlacesOnRing(const Scene& scene, const Entry& entry, PlacedLabel& label);

@@ -19,19 +19,18 @@ struct Parameter
     const char* defaultValue;
 };
 
-constexpr std::array<Parameter, 8> Parameters = {{
+constexpr std::array<Parameter, 9> Parameters = {{
     {"--frames", "number of frames to draw, 1/60 s of flight apart, without a visible window", ""},
     {"--plan", "flight plan file", ""},
     {"--range", "miles from the aircraft to the outer ring, 1 to 320", "20"},
     {"--screenshot", "PNG file for the last frame, drawn without a visible window", ""},
+    {"--settings", "file of the settings, also for --frames and --screenshot", ""},
     {"--size", "width and height of the window in pixels, 64 to 8192 each", "1280x800"},
     {"--speed", "times faster than real time, 0.0625 to 256", "1"},
     {"--terrain", "folder of DTED level 1 or zipped SRTM tiles", ""},
     {"--time", "seconds of flight before the first frame, 0 to 1000000", "0"},
 }};
 
-constexpr int SmallestSize = 64;
-constexpr int LargestSize = 8192;
 constexpr int MostFrames = 1'000'000;
 
 /// A parameter at the very end has no value, and the command line would keep its default without a word.
@@ -55,7 +54,12 @@ std::string valueOf(const char* name)
     return value;
 }
 
-/// Reads numbers from parameters, and keeps the first complaint.
+bool isGiven(const char* name)
+{
+    return Tavik::Misc::CmdLine::instance().getSwitch(name);
+}
+
+/// Reads numbers from parameters that are given, and keeps the first complaint.
 class NumberReader
 {
 public:
@@ -64,7 +68,7 @@ public:
     template <typename Number>
     void read(const char* name, Number lowest, Number highest, Number& number)
     {
-        check(name, parseNumber(valueOf(name), lowest, highest, number));
+        check(name, !isGiven(name) || parseNumber(valueOf(name), lowest, highest, number));
     }
 
     /// For example "1280x800".
@@ -72,9 +76,10 @@ public:
     {
         const std::string text = valueOf(name);
         const std::size_t cross = text.find('x');
-        check(name, cross != std::string::npos &&
-                        parseNumber(text.substr(0, cross), SmallestSize, LargestSize, width) &&
-                        parseNumber(text.substr(cross + 1), SmallestSize, LargestSize, height));
+        check(name, !isGiven(name) ||
+                        (cross != std::string::npos &&
+                         parseNumber(text.substr(0, cross), SmallestWindowPixels, LargestWindowPixels, width) &&
+                         parseNumber(text.substr(cross + 1), SmallestWindowPixels, LargestWindowPixels, height)));
     }
 
 private:
@@ -97,6 +102,8 @@ bool readOptions(int argc, char** argv, Options& options, std::string& error)
     auto& commandLine = Tavik::Misc::CmdLine::instance();
     commandLine.addSwitch("--help", "tells options and keys, and ends");
     commandLine.addSwitch("--no-camera", "begins without the view from the aircraft's nose");
+    commandLine.addSwitch("--no-settings", "reads and writes no settings");
+    commandLine.addSwitch("--north-up", "begins with north, not the track, at the top");
     commandLine.addSwitch("--statistics", "prints frame times and terrain work at the end");
     commandLine.addSwitch("--track-up", "begins with the track, not north, at the top");
     for (const Parameter& parameter : Parameters) {
@@ -110,22 +117,36 @@ bool readOptions(int argc, char** argv, Options& options, std::string& error)
         error = std::string(name) + " needs a value; --help tells which";
         return false;
     }
-    options.help = commandLine.getSwitch("--help");
-    options.statistics = commandLine.getSwitch("--statistics");
-    options.trackUp = commandLine.getSwitch("--track-up");
-    options.camera = !commandLine.getSwitch("--no-camera");
+    options.help = isGiven("--help");
+    options.statistics = isGiven("--statistics");
+    options.noSettings = isGiven("--no-settings");
     options.terrain = valueOf("--terrain");
     options.plan = valueOf("--plan");
     options.screenshot = valueOf("--screenshot");
+    options.settings = valueOf("--settings");
 
     NumberReader numbers(error);
-    if (commandLine.getSwitch("--frames")) {
-        numbers.read("--frames", 1, MostFrames, options.frames);
-    }
-    numbers.readSize("--size", options.widthPixels, options.heightPixels);
-    numbers.read("--range", SmallestRangeMiles, LargestRangeMiles, options.rangeMiles);
+    numbers.read("--frames", 1, MostFrames, options.frames);
     numbers.read("--time", 0.0, 1e6, options.startSeconds);
     numbers.read("--speed", 0.0625, 256.0, options.speedFactor);
+    return error.empty();
+}
+
+bool overrideSettings(Settings& settings, std::string& error)
+{
+    DisplaySettings& display = settings.display;
+    if (isGiven("--north-up")) {
+        display.trackUp = false;
+    }
+    if (isGiven("--track-up")) {
+        display.trackUp = true;
+    }
+    if (isGiven("--no-camera")) {
+        display.layers.show(Layer::Camera, false);
+    }
+    NumberReader numbers(error);
+    numbers.readSize("--size", settings.widthPixels, settings.heightPixels);
+    numbers.read("--range", SmallestRangeMiles, LargestRangeMiles, display.rangeMiles);
     return error.empty();
 }
 
@@ -138,7 +159,8 @@ void printHelp()
               "  arrows      move the map (also by dragging it)\n"
               "  F           follow the aircraft again\n"
               "  O           north up or track up\n"
-              "  C           the view from the aircraft's nose on and off\n"
+              "  1 to 9      on and off: relief, contours, airspaces, symbols, compass rose, names, figures, profile,\n"
+              "              the view from the aircraft's nose (also C)\n"
               "  space       stop and go on\n"
               "  [ ]         slower and faster\n"
               "  Q, Escape   end\n"
@@ -161,6 +183,10 @@ void printHelp()
               "  curve    LAT LON RADIUS clockwise|counterclockwise RADIAL RADIAL\n"
               "with floor and ceiling in feet, as flight level FL95, or as 'ground' and 'unlimited'.\n"
               "'#' begins a comment.\n"
+              "\n"
+              "Range, orientation, layers and colours are kept in a file that can be edited, --settings FILE or else\n"
+              "tavik/moving_map.xml in $XDG_CONFIG_HOME or ~/.config; docs/settings.md explains it. Options win over\n"
+              "the file. Pictures and --frames ignore the user's own file.\n"
               "\n"
               "Without --terrain the map shows an invented region, whose tiles are made at the first start.\n"
               "Without --plan the aircraft flies a plan laid out for the terrain.\n"

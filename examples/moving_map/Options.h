@@ -1,5 +1,7 @@
 #pragma once
 
+#include <moving_map/Settings.h>
+
 #include <string>
 
 namespace MovingMap {
@@ -8,25 +10,23 @@ namespace MovingMap {
 struct Options
 {
     bool help = false;
-    bool trackUp = false;
-    bool camera = true;
     bool statistics = false;
+    bool noSettings = false;
     std::string terrain;    ///< folder; empty for the made region
     std::string plan;       ///< file; empty for a plan that suits the terrain
     std::string screenshot; ///< file; empty for none
+    std::string settings;   ///< file; empty for the user's own
     int frames = 0;         ///< to draw, 0 for no limit
-    int widthPixels = 1280;
-    int heightPixels = 800;
-    double rangeMiles = 20.0;
     double startSeconds = 0.0;
     double speedFactor = 1.0;
 };
 
-constexpr double SmallestRangeMiles = 1.0;
-constexpr double LargestRangeMiles = 320.0;
-
 /// @param error  receives one sentence when an argument is unknown or its value is not usable
 bool readOptions(int argc, char** argv, Options& options, std::string& error);
+
+/// Replaces the settings that the command line names. After readOptions.
+/// @param error  as there
+bool overrideSettings(Settings& settings, std::string& error);
 
 /// Options, keys and a word on plans, to standard output. After readOptions.
 void printHelp();

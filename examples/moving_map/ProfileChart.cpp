@@ -115,7 +115,7 @@ void ProfileChart::render(const Scene& scene, const RouteProfile& profile, const
     mActivePlan.render(-1);
     mFixes.render();
     mAircraftPlace.render();
-    for (const Pen& pen : {Pen{Palette::Casing, 5.0f}, Pen{Palette::Aircraft, 2.2f}}) {
+    for (const Pen& pen : {Pen{Palette::Casing, 5.0f}, Pen{scene.colors.aircraft, 2.2f}}) {
         applyPen(mAircraft, pen);
         mAircraft.render(1.0);
     }
@@ -294,9 +294,9 @@ void ProfileChart::buildPlan(const Scene& scene)
         mFixes.addVertex(Pixel(x, hasHeights ? y - 9.0f : 0.0f));
         mFixes.addVertex(Pixel(x, hasHeights ? y + 9.0f : static_cast<float>(mArea.height)));
     }
-    applyPen(mPlan, {Palette::OtherLeg, 2.2f});
-    applyPen(mActivePlan, {Palette::ActiveLeg, 2.6f});
-    applyPen(mFixes, {Palette::OtherLeg, 1.8f});
+    applyPen(mPlan, {scene.colors.otherLeg, 2.2f});
+    applyPen(mActivePlan, {scene.colors.activeLeg, 2.6f});
+    applyPen(mFixes, {scene.colors.otherLeg, 1.8f});
 }
 
 /// A pointer at the planned height, or a line upright where no height is planned.
@@ -308,7 +308,7 @@ void ProfileChart::buildAircraft(const Scene& scene)
     if (std::isnan(scene.altitudeMetres)) {
         mAircraftPlace.addVertex(Pixel(x, 0.0f));
         mAircraftPlace.addVertex(Pixel(x, static_cast<float>(mArea.height)));
-        applyPen(mAircraftPlace, {Palette::Aircraft, 2.2f});
+        applyPen(mAircraftPlace, {scene.colors.aircraft, 2.2f});
     } else {
         const Pixel place(x, toY(scene.altitudeMetres));
         mAircraft.addLineLoop(Symbols::pointer(place + Pixel(8.0f, 0.0f), {1.0f, 0.0f}, 16.0f));

@@ -48,8 +48,8 @@ void setPlaces(PlacedLabel& label, Pixel fix, float clearance)
 
 } // namespace
 
-ProfileLabels::ProfileLabels(const RoutePath& path)
-    : mScale(Palette::Caption), mNames(Palette::OtherLeg), mActiveName(Palette::ActiveLeg)
+ProfileLabels::ProfileLabels(const RoutePath& path, const MapColors& colors)
+    : mScale(Palette::Caption), mNames(colors.otherLeg), mActiveName(colors.activeLeg)
 {
     for (const PathFix& fix : path.fixes()) {
         mFixes.emplace_back();

@@ -19,7 +19,7 @@ class ProfileLabels
 {
 public:
     /// The path must outlive the labels.
-    explicit ProfileLabels(const RoutePath& path);
+    ProfileLabels(const RoutePath& path, const MapColors& colors);
 
     /// Draws over the chart, in the area that the chart has activated.
     void render(const Scene& scene, const ProfileChart& chart, const Area& area);

@@ -34,9 +34,9 @@ void RouteLayer::render(const Scene& scene)
         mView = scene.view;
         mLeg = scene.aircraft.leg;
     }
-    renderCased(mFlown, Palette::FlownLeg);
-    renderCased(mAhead, Palette::OtherLeg);
-    renderCased(mActive, Palette::ActiveLeg);
+    renderCased(mFlown, scene.colors.flownLeg);
+    renderCased(mAhead, scene.colors.otherLeg);
+    renderCased(mActive, scene.colors.activeLeg);
 }
 
 /// What has been flown, the active leg and what lies ahead are each one strip for as long as it can be seen.

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <moving_map/Layers.h>
 #include <moving_map/MapView.h>
+#include <moving_map/Palette.h>
 #include <moving_map/Route.h>
 #include <moving_map/RoutePath.h>
 
@@ -20,6 +22,8 @@ struct Scene
     double speedMetresPerSecond = 0.0;
     double rangeMetres = 0.0; ///< of the outer ring
     std::size_t nextFix = 0;  ///< index into the path's fixes
+    Layers layers = {};       ///< that are shown
+    MapColors colors = {};
 };
 
 } // namespace MovingMap

@@ -49,13 +49,13 @@ void SymbolLayer::render(const Scene& scene)
         mView = scene.view;
         mNextFix = scene.nextFix;
     }
-    constexpr std::array<Color, LookCount> Colors = {Palette::Station, Palette::Obstacle, Palette::OtherLeg,
-                                                     Palette::ActiveLeg};
+    const std::array<Color, LookCount> colors = {scene.colors.station, scene.colors.obstacle, scene.colors.otherLeg,
+                                                 scene.colors.activeLeg};
     for (std::size_t look = 0; look < LookCount; ++look) {
         mSymbols[look].setColor(Palette::Casing);
         glLineWidth(CasingWidth);
         mSymbols[look].render();
-        mSymbols[look].setColor(Colors[look]);
+        mSymbols[look].setColor(colors[look]);
         glLineWidth(LineWidth);
         mSymbols[look].render();
     }

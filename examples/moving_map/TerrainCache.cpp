@@ -106,13 +106,17 @@ void TerrainCache::dropOldBlocks()
     }
 }
 
-void TerrainCache::render(const MapView& view)
+void TerrainCache::render(const MapView& view, const Layers& layers)
 {
     const auto light = lightOnMap(view.up());
     const unsigned int ramp = mRamp.name();
     Tavik::OpenGL::MatrixPush();
-    renderEach(view, [&](TerrainBlock& block) { block.relief.render(light, ramp); });
-    renderEach(view, [](TerrainBlock& block) { block.contours.render(); });
+    if (layers.shows(Layer::Relief)) {
+        renderEach(view, [&](TerrainBlock& block) { block.relief.render(light, ramp); });
+    }
+    if (layers.shows(Layer::Contours)) {
+        renderEach(view, [](TerrainBlock& block) { block.contours.render(); });
+    }
     Tavik::OpenGL::MatrixPop();
 }
 

@@ -2,6 +2,7 @@
 
 #include <moving_map/ContourBlock.h>
 #include <moving_map/HeightRamp.h>
+#include <moving_map/Layers.h>
 #include <moving_map/MapView.h>
 #include <moving_map/ReliefBlock.h>
 #include <moving_map/TerrainWorker.h>
@@ -43,7 +44,7 @@ public:
     const std::vector<BlockKey>& shown() const { return mShown; }
 
     /// Draws the blocks in view: the relief of all, then their contours.
-    void render(const MapView& view);
+    void render(const MapView& view, const Layers& layers);
 
     /// No more blocks than this are kept, with up to 200 kB of relief and about as much of contours each.
     static constexpr std::size_t MostBlocks = 250;

@@ -6,6 +6,7 @@
 #include <moving_map/PlanLayout.h>
 #include <moving_map/PlanReader.h>
 #include <moving_map/Route.h>
+#include <moving_map/SettingsFile.h>
 #include <support/MadeTerrain.h>
 #include <support/Window.h>
 #include <tavik/filesystem/Directory.h>
@@ -29,10 +30,10 @@ constexpr double FixedFrameSeconds = 1.0 / 60.0;
 constexpr double LongestFrameSeconds = 0.25; // after a pause of the whole program the aircraft does not jump
 constexpr const char* DefaultPicture = "moving_map.png";
 
-int fail(const std::string& what)
+int fail(const std::string& what, int exitCode = EXIT_FAILURE)
 {
     std::fprintf(stderr, "moving_map: %s\n", what.c_str());
-    return EXIT_FAILURE;
+    return exitCode;
 }
 
 /// The folder of tiles to be shown.
@@ -79,13 +80,10 @@ bool findPlan(const Options& options, const std::string& folder, TerrainWorker& 
 class Program
 {
 public:
-    Program(const Options& options, Window& window, Display& display, Simulation& simulation)
-        : mOptions(options), mWindow(window), mDisplay(display), mSimulation(simulation)
-    {
-        mSettings.rangeMiles = options.rangeMiles;
-        mSettings.trackUp = options.trackUp;
-        mSettings.showsCamera = options.camera;
-    }
+    /// @param settings  which the user changes
+    Program(const Options& options, DisplaySettings& settings, Window& window, Display& display, Simulation& simulation)
+        : mOptions(options), mSettings(settings), mWindow(window), mDisplay(display), mSimulation(simulation)
+    {}
 
     /// Until the user ends the program.
     int runInteractive()
@@ -162,14 +160,29 @@ private:
     }
 
     const Options& mOptions;
+    DisplaySettings& mSettings;
     Window& mWindow;
     Display& mDisplay;
     Simulation& mSimulation;
-    DisplaySettings mSettings;
     FrameStatistics mStatistics;
 };
 
-int run(const Options& options)
+/// Whether frames depend on nothing but the command line and the files that it names.
+bool isFixed(const Options& options)
+{
+    return !options.screenshot.empty() || options.frames > 0;
+}
+
+std::string settingsPath(const Options& options)
+{
+    if (options.noSettings) {
+        return {};
+    }
+    return !options.settings.empty() || isFixed(options) ? options.settings : SettingsFile::usualPath();
+}
+
+/// @param settings  those of the beginning, and afterwards those of the end
+int run(const Options& options, Settings& settings)
 {
     std::string folder;
     std::string error;
@@ -182,8 +195,8 @@ int run(const Options& options)
     if (!findPlan(options, folder, worker, plan, error) || !resolveRoute(plan, route, error)) {
         return fail(error);
     }
-    const bool fixed = !options.screenshot.empty() || options.frames > 0;
-    Window window("Moving map", options.widthPixels, options.heightPixels,
+    const bool fixed = isFixed(options);
+    Window window("Moving map", settings.widthPixels, settings.heightPixels,
                   fixed ? Window::Visibility::Hidden : Window::Visibility::Shown);
     if (!window.isOpen()) {
         return fail(window.error());
@@ -193,8 +206,8 @@ int run(const Options& options)
     const RoutePath path(route);
     Simulation simulation(path, route.speedMetresPerSecond, options.startSeconds);
     simulation.setSpeedFactor(options.speedFactor);
-    Display display(route, path, worker);
-    Program program(options, window, display, simulation);
+    Display display(route, path, worker, settings.colors);
+    Program program(options, settings.display, window, display, simulation);
     if (fixed || window.isHeadless()) {
         return program.runFixed(fixed ? options.screenshot : DefaultPicture);
     }
@@ -210,12 +223,21 @@ int main(int argc, char** argv)
     MovingMap::Options options;
     std::string error;
     if (!MovingMap::readOptions(argc, argv, options, error)) {
-        std::fprintf(stderr, "moving_map: %s\n", error.c_str());
-        return MovingMap::ExitUsage;
+        return MovingMap::fail(error, MovingMap::ExitUsage);
     }
     if (options.help) {
         MovingMap::printHelp();
         return EXIT_SUCCESS;
     }
-    return MovingMap::run(options);
+    MovingMap::SettingsFile file(MovingMap::settingsPath(options));
+    MovingMap::Settings settings = file.read();
+    if (!MovingMap::overrideSettings(settings, error)) {
+        return MovingMap::fail(error, MovingMap::ExitUsage);
+    }
+    const MovingMap::Settings begun = settings;
+    const int exitCode = MovingMap::run(options, settings);
+    if (exitCode == EXIT_SUCCESS) {
+        file.write(begun, settings);
+    }
+    return exitCode;
 }

@@ -106,7 +106,11 @@ TEST_F(ControlsTest, KeysReachTheSimulationAndTheEnd)
     press(SDLK_o);
     EXPECT_TRUE(settings.trackUp);
     press(SDLK_c);
-    EXPECT_FALSE(settings.showsCamera);
+    EXPECT_FALSE(settings.layers.shows(Layer::Camera));
+    press(SDLK_1);
+    EXPECT_FALSE(settings.layers.shows(Layer::Relief));
+    press(SDLK_9);
+    EXPECT_TRUE(settings.layers.shows(Layer::Camera));
     press(SDLK_x);
     EXPECT_FALSE(controls.quit());
     press(SDLK_q);

@@ -29,6 +29,7 @@ protected:
     {
         directory = new Tavik::Support::TemporaryDirectory();
         setenv("XDG_CACHE_HOME", directory->path().c_str(), 1);
+        setenv("XDG_CONFIG_HOME", (directory->path() + "/config").c_str(), 1);
         setenv("SDL_VIDEODRIVER", "offscreen", 1);
     }
     static void TearDownTestSuite() { delete directory; }
@@ -123,6 +124,34 @@ TEST_F(MovingMap, WritesAPictureWhereThereIsNoDisplay)
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_NE(result.output.find(path("moving_map.png")), std::string::npos) << result.output;
     EXPECT_EQ(readPng(path("moving_map.png")).width, 1280u);
+}
+
+TEST_F(MovingMap, SettingsGiveWayToOptionsAndKeepOutOfPictures)
+{
+    const auto picture = [](const std::string& arguments) {
+        const Outcome result = run("--size 320x200 --time 600 --screenshot e.png " + arguments);
+        EXPECT_EQ(result.exitCode, 0) << arguments << result.errors;
+        return readPng(path("e.png")).colors;
+    };
+    const char* const content = "<Properties><map><Property key='range' value='6'/>"
+                                "<Property key='orientation' value='track'/></map></Properties>";
+    std::ofstream(path("given.xml")) << content;
+    std::filesystem::create_directories(path("config/tavik"));
+    std::ofstream(path("config/tavik/moving_map.xml")) << content;
+    const auto plain = picture("");
+    const auto changed = picture("--range 6 --track-up");
+    ASSERT_NE(plain, changed);
+    EXPECT_EQ(picture("--settings given.xml"), changed);
+    EXPECT_EQ(picture("--settings given.xml --range 20 --north-up"), plain);
+    EXPECT_EQ(picture("--settings given.xml --no-settings"), plain);
+    EXPECT_EQ(contents("given.xml"), content);
+    EXPECT_EQ(contents("config/tavik/moving_map.xml"), content);
+
+    // A plain start reads the user's file; without one, it writes one with all settings.
+    EXPECT_NE(run("").output.find("Property <map.range> <6>"), std::string::npos);
+    std::filesystem::remove_all(path("config"));
+    EXPECT_EQ(run("").exitCode, 0);
+    EXPECT_NE(contents("config/tavik/moving_map.xml").find("key=\"range\" value=\"20\""), std::string::npos);
 }
 
 TEST_F(MovingMap, SteadyFramesMakeNoTerrain)
