@@ -35,10 +35,10 @@ namespace Tavik::OpenGL {
 /// loses ink to its neighbour's outline; text of a translucent colour is drawn letter after letter.
 ///
 /// Before a font is loaded, and after loading one has failed, text is dropped and nothing is drawn. Drawing leaves
-/// blending on (source alpha over what is there), and no program and no vertex array bound; the bound textures stay.
-/// OpenGL errors are printed. The object owns its vertices: destroy it while its context is current, or when there is
-/// none. Atlases live until the process ends. After a move the source may only be assigned to or destroyed. Rendering
-/// thread only.
+/// blending on (source alpha over what is there), primitive restart off, and no program and no vertex array bound; the
+/// bound textures stay. OpenGL errors are printed. The object owns its vertices: destroy it while its context is
+/// current, or when there is none. Atlases live until the process ends. After a move the source may only be assigned to
+/// or destroyed. Rendering thread only.
 class TAVIK_API TextureFontSdf
 {
 public:
