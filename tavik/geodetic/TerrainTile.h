@@ -144,6 +144,10 @@ public:
 
     /// Surface normal at a point, from the bicubic (Catmull-Rom) surface through the 4 x 4 samples around it.
     ///
+    /// Each slope is divided by the length of the other axis's step: in a tile whose south edge has the latitude L,
+    /// slopes to the east come out cos(L) times as steep as they are, slopes to the north 1 / cos(L) times. Shading
+    /// takes no harm; for true slopes divide the normal's x by cos(L), multiply its y by it, and bring it to length 1
+    /// again.
     /// @param lat,lon  degrees: as for getAltitude to the south, west and north; in the east the point must lie before
     ///                 the last column
     /// @param x,y,z    receive east, north and up, each component c in [-1, 1] packed as trunc((c + 1) * 127.5): level
