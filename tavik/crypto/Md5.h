@@ -63,11 +63,13 @@ public:
     /// A second call prints "Md5::finalize:  Already finalized this digest!".
     void finalize();
 
+    /// The digest as bytes.
     /// @return the 16 bytes of the digest in a new array, to be freed with `delete[]`; null when memory is short.
     /// Before finalize() it prints "Md5::raw_digest:  Can't get digest if you haven't finalized the digest!", and the
     /// array holds 16 zeros (an empty string), to be freed all the same.
     unsigned char* raw_digest() const;
 
+    /// The digest as text.
     /// @return the digest as 32 lower-case hexadecimal digits.
     /// Before finalize() it prints "Md5::hex_digest:  Can't get digest if you haven't finalized the digest!" and
     /// returns an empty string.

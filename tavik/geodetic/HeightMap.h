@@ -60,6 +60,7 @@ public:
     HeightMap(const HeightMap&) = delete;
     HeightMap& operator=(const HeightMap&) = delete;
 
+    /// Sets where the tiles are.
     /// @param path  folder of the tiles, searched with everything below it
     void setDataPath(const std::string& path);
 

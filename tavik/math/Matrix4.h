@@ -28,6 +28,7 @@ public:
     /// The identity.
     constexpr Matrix4() = default;
 
+    /// The matrix of these elements.
     /// @param elements  16 values, column by column
     explicit constexpr Matrix4(const T* elements)
     {
@@ -46,6 +47,7 @@ public:
     /// @}
 
     /// @{
+    /// An element.
     /// @param index  column × 4 + row, in [0, 15]
     constexpr T& operator[](std::size_t index) { return mElements[index]; }
     constexpr const T& operator[](std::size_t index) const { return mElements[index]; }

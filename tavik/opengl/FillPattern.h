@@ -12,6 +12,7 @@ namespace Tavik::OpenGL {
 class TAVIK_API FillPattern
 {
 public:
+    /// Takes a pattern.
     /// @param pattern  128 bytes, which are copied: 32 rows, the lowest of the window first, each a 32-bit word in the
     ///                 machine's byte order whose lowest bit is the leftmost column; bits that are set are drawn. Null
     ///                 for no pattern.

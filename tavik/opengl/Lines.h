@@ -50,6 +50,7 @@ public:
     /// Width of the band, pixels.
     void setLineWidth(float width) { mStyle.width = width; }
 
+    /// Dashes and dots.
     /// @param pattern  bits 0 to 15 for the first 16 of each 32 pixels of length, lowest first; the other 16 pixels
     ///                 stay empty. 0 draws solid.
     void setStipple(unsigned short pattern) { mStyle.stipple = pattern; }

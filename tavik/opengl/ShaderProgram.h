@@ -43,6 +43,7 @@ public:
     unsigned int handle() const { return mHandle; }
 
     /// @{
+    /// Adds a stage, or takes one away; takes effect at the next link().
     /// @return true
     bool attachShader(const Shader& shader);
     bool detachShader(const Shader& shader);

@@ -142,6 +142,7 @@ public:
     /// Red, green, blue and alpha of the outlines, black by default.
     void setOutlineColor(Math::Vector4<float> color) { mOutlineColor = color; }
 
+    /// Sets how far outlines reach out.
     /// @param width  0 for none, up to 0.43: see above
     void setOutlineWidth(float width) { mOutlineWidth = width; }
 

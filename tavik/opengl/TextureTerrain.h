@@ -98,6 +98,7 @@ public:
     /// 0, the default, shows the relief alone, 1 the map picture alone.
     void setTerrainOsm(double part) { mTerrainOsm = part; }
 
+    /// Sets where the light comes from.
     /// @param direction  the way the light travels: east, north, up; any length but 0. By default (1, −1, −√2), from
     ///                   the north-west and 45° high
     void setLightDirection(Math::Vector3<float> direction) { mLightDirection = direction; }
