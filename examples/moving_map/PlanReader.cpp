@@ -100,13 +100,14 @@ private:
     void readStation()
     {
         Station station;
-        station.name = newName(true);
+        station.name = newName();
         station.position = mFields.position();
         std::string kind;
         if (mFields.next(kind) && !parseKind(kind, station.kind)) {
             throw PlanFault{"'" + kind + "' does not belong here"};
         }
         mFields.end();
+        mIsStation[station.name] = true;
         mPlan.stations.push_back(std::move(station));
     }
 
@@ -121,22 +122,23 @@ private:
         PlanLeg leg;
         leg.line = mLine;
         if (keyword == "start" || keyword == "to") {
-            leg.name = newName(false);
+            leg.name = newName();
             leg.kind = DirectLeg{mFields.position(), false};
         } else if (keyword == "cross") {
-            leg.name = newName(false);
+            leg.name = newName();
             leg.kind = crossing();
             leg.fix = FixKind::Intersection;
         } else if (keyword == "arc") {
-            leg.name = newName(false);
+            leg.name = newName();
             leg.kind = arc();
         } else if (keyword == "turn") {
-            leg.name = newName(false);
+            leg.name = newName();
             leg.kind = TurnLeg{mFields.degrees("course")};
         } else {
             throw PlanFault{"unknown entry '" + keyword + "'"};
         }
         readOptions(leg);
+        mIsStation[leg.name] = false; // not before its own fields are read: courses cannot cross where they begin
         mPlan.legs.push_back(std::move(leg));
     }
 
@@ -191,10 +193,10 @@ private:
         return leg;
     }
 
-    std::string newName(bool isStation)
+    std::string newName()
     {
         std::string name = mFields.field("name");
-        if (!mIsStation.emplace(name, isStation).second) {
+        if (mIsStation.count(name) != 0) {
             throw PlanFault{"'" + name + "' is named twice"};
         }
         return name;

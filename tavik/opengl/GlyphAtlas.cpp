@@ -218,7 +218,8 @@ bool isDrawable(const FT_Bitmap& bitmap, AtlasPosition position, const GlyphAtla
 {
     const bool isKnown = bitmap.pixel_mode == FT_PIXEL_MODE_GRAY || bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
     return isKnown && bitmap.buffer != nullptr && bitmap.width > 0 && bitmap.rows > 0 &&
-           position.x + static_cast<std::int64_t>(bitmap.width) <= atlas.width && bitmap.rows <= MaximumAtlasHeight;
+           position.x + static_cast<std::int64_t>(bitmap.width) <= atlas.width && position.y < atlas.height &&
+           bitmap.rows <= MaximumAtlasHeight;
 }
 
 void rasterGlyphs(FT_Face face, const Layout& layout, const GlyphAtlasSettings& settings, FontType& font,
@@ -226,7 +227,9 @@ void rasterGlyphs(FT_Face face, const Layout& layout, const GlyphAtlasSettings& 
 {
     for (std::size_t i = 0; i < layout.slots.size(); ++i) {
         const Slot& slot = layout.slots[i];
-        const FT_Int32 flags = slot.fits ? LoadFlags | FT_LOAD_RENDER : LoadFlags;
+        // Whole rows of huge glyphs may lie above the atlas: FreeType tells their sizes without drawing them.
+        const bool isInAtlas = slot.row * (layout.tallest + settings.spread) < atlas.height;
+        const FT_Int32 flags = slot.fits && isInAtlas ? LoadFlags | FT_LOAD_RENDER : LoadFlags;
         if (FT_Load_Char(face, codeOf(i), flags) != 0) {
             continue; // the first pass has said so
         }

@@ -167,6 +167,7 @@ TEST(PlanReader, NamesSourceLineAndFault)
         {start + "to B 46 -31 course 90\n", "'course' does not belong here"},
         {start + "turn B 90 flyover\n", "'flyover' does not belong here"},
         {start + "cross B A 90 C 0\n", "no fix or station 'C' above this line"},
+        {start + "cross B A 90 B 0\n", "no fix or station 'B' above this line"},
         {start + "arc B A 10 clockwise 90\n", "no station 'A' above this line"},
         {"station S 45 -31\n" + start + "arc B S 10 right 90\n", "p:3: direction 'right' is neither"},
         {"station S 45 -31 46\n", "p:1: '46' does not belong here"},
