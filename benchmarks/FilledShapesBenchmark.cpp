@@ -16,6 +16,9 @@
 #include <GL/glext.h>
 #include <GL/glu.h>
 #include <benchmark/benchmark.h>
+#ifdef TAVIK_PEER_CAIRO
+#include "CairoPicture.h"
+#endif
 
 #include <array>
 #include <cmath>
@@ -301,6 +304,28 @@ void polygonsLimit(benchmark::State& state)
         finishFrame();
     });
 }
+
+#ifdef TAVIK_PEER_CAIRO
+// The same outlines on the processor. Edges are hard, as those of the other two are.
+void polygonsCairo(benchmark::State& state)
+{
+    const CairoPicture picture(WidthPixels, HeightPixels);
+    cairo_t* cairo = picture.context();
+    cairo_set_antialias(cairo, CAIRO_ANTIALIAS_NONE);
+    cairo_set_source_rgba(cairo, 0.2, 0.4, 1.0, 0.5);
+    const std::vector<Outline> outlines = makeOutlines();
+    for ([[maybe_unused]] auto _ : state) {
+        for (const Outline& outline : outlines) {
+            for (const Vector2<float> corner : outline) {
+                cairo_line_to(cairo, static_cast<double>(corner.x), static_cast<double>(corner.y));
+            }
+            cairo_fill(cairo);
+        }
+        picture.finishFrame();
+    }
+}
+BENCHMARK(polygonsCairo)->Name("polygons_50/peer_cairo")->Unit(benchmark::kMicrosecond);
+#endif
 
 // What a drawable of hardly any pixels takes in each frame, beside the rasteriser's share.
 template <typename Draw>

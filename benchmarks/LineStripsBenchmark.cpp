@@ -14,6 +14,9 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 #include <benchmark/benchmark.h>
+#ifdef TAVIK_PEER_CAIRO
+#include "CairoPicture.h"
+#endif
 
 #include <array>
 #include <cmath>
@@ -284,6 +287,29 @@ void frameLimit(benchmark::State& state)
         finishFrame();
     });
 }
+
+#ifdef TAVIK_PEER_CAIRO
+// The same lines on the processor; a strip at a time, since Cairo takes longer for the crossings of all in one path.
+void frameCairo(benchmark::State& state)
+{
+    const CairoPicture picture(WidthPixels, HeightPixels);
+    cairo_t* cairo = picture.context();
+    cairo_set_source_rgb(cairo, 1.0, 1.0, 1.0);
+    cairo_set_line_width(cairo, static_cast<double>(LineWidth));
+    std::size_t number = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        for (const std::vector<Vector2<float>>& points : frame(number++)) {
+            for (const Vector2<float> point : points) {
+                cairo_line_to(cairo, static_cast<double>(point.x), static_cast<double>(point.y));
+            }
+            cairo_stroke(cairo);
+        }
+        picture.finishFrame();
+    }
+    state.SetItemsProcessed(static_cast<std::int64_t>(number * StripCount * PointCount));
+}
+BENCHMARK(frameCairo)->Name("line_strips_frame/peer_cairo")->Unit(benchmark::kMillisecond);
+#endif
 
 BENCHMARK(prepareOurs)->Name("line_strips_prepare/ours")->Unit(benchmark::kMicrosecond);
 BENCHMARK(prepareLimit)->Name("line_strips_prepare/limit")->Unit(benchmark::kMicrosecond);

@@ -316,7 +316,7 @@ BENCHMARK_TEMPLATE(messages, Ours)->Name("messages/ours")->Arg(Small)->Arg(Mediu
 BENCHMARK_TEMPLATE(messages, BareCalls<true>)->Name("messages/limit")->Arg(Small)->Arg(Medium)->Arg(Large);
 BENCHMARK_TEMPLATE(messages, BareCalls<false>)->Name("messages/limit_blind")->Arg(Small)->Arg(Medium)->Arg(Large);
 #ifdef TAVIK_PEER_ASIO
-BENCHMARK_TEMPLATE(messages, Asio)->Name("messages/peer_Asio")->Arg(Small)->Arg(Medium)->Arg(Large);
+BENCHMARK_TEMPLATE(messages, Asio)->Name("messages/peer_asio")->Arg(Small)->Arg(Medium)->Arg(Large);
 #endif
 BENCHMARK(datagramsOurs)->Name("datagrams/ours")->Arg(Small)->Arg(Medium);
 BENCHMARK(datagramsLimit)->Name("datagrams/limit")->Arg(Small)->Arg(Medium);

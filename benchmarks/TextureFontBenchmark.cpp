@@ -302,7 +302,8 @@ void layoutHarfBuzz(benchmark::State& state)
     hb_blob_destroy(blob);
 }
 
-BENCHMARK(layoutHarfBuzz)->Name("text_layout/peer_harfbuzz")->Unit(benchmark::kMicrosecond);
+BENCHMARK(layoutHarfBuzz)->Name("text_layout_coverage/peer_harfbuzz")->Unit(benchmark::kMicrosecond);
+BENCHMARK(layoutHarfBuzz)->Name("text_layout_sdf/peer_harfbuzz")->Unit(benchmark::kMicrosecond);
 #endif
 
 BENCHMARK(layoutOurs<TextureFont>)->Name("text_layout_coverage/ours")->Unit(benchmark::kMicrosecond);

@@ -1,5 +1,7 @@
 #include <tavik/network/HttpText.h>
 
+#include <cstring>
+
 namespace Tavik::Network {
 
 HttpLocation splitUrl(const std::string& url)
@@ -25,9 +27,17 @@ std::size_t contentBegin(std::string_view answer)
     if (answer.size() < BlankLine.size() + 1) {
         return std::string_view::npos;
     }
-    // The last byte is never part of the blank line.
-    const std::size_t line = answer.substr(0, answer.size() - 1).rfind(BlankLine);
-    return line == std::string_view::npos ? line : line + BlankLine.size();
+    // The last byte is never part of the blank line. From line end to line end, many bytes at a time; rfind() compares
+    // texts at every byte, which takes longer than the download.
+    std::size_t end = answer.size() - 1;
+    while (const void* lineEnd = memrchr(answer.data(), '\n', end)) {
+        end = static_cast<std::size_t>(static_cast<const char*>(lineEnd) - answer.data());
+        const std::string_view upTo = answer.substr(0, end + 1);
+        if (upTo.size() >= BlankLine.size() && upTo.substr(upTo.size() - BlankLine.size()) == BlankLine) {
+            return upTo.size();
+        }
+    }
+    return std::string_view::npos;
 }
 
 } // namespace Tavik::Network
