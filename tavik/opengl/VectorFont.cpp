@@ -1,7 +1,6 @@
 #include <tavik/opengl/VectorFont.h>
 
 #include <tavik/opengl/AttributeLocations.h>
-#include <tavik/opengl/AttributeUpload.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/LineDrawing.h>
 #include <tavik/opengl/MatrixStack.h>
@@ -11,6 +10,7 @@
 #include <GL/glew.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace Tavik::OpenGL {
 
@@ -30,41 +30,86 @@ bool isDrawn(char character)
     return static_cast<unsigned char>(character) < VectorFont::CharacterCount;
 }
 
+// Points behind the batch that there is memory for: glyphs are written two points at a time, and 4 bytes more.
+constexpr std::size_t BatchSlack = 2;
+
 // Of the left end of the baseline from the anchor, in font units.
 TextOffset offsetOf(const std::string& text, double advance, VectorFont::Alignment alignment)
 {
     return textOffset(alignment, advance * static_cast<double>(text.size()), NominalHeight, 0.5 * NominalHeight);
 }
 
-// What addText() does to each point of a glyph, in single precision.
-struct Placing
-{
-    Matrix4<float> m;
-    float scale;
-    float x; // of the glyph's origin, in units of m's source
-    float y;
-    float z;
+// Vectors as GCC and Clang have them for every processor. Each lane is rounded as a single number would be, so that
+// batches have the same bits everywhere.
+using Float4 = float __attribute__((vector_size(16)));
+using Index4 = std::uint32_t __attribute__((vector_size(16)));
 
-    Vector3<float> operator()(Vector3<float> point) const
-    {
-        return m * Vector3<float>(point.x * scale + x, point.y * scale + y, z);
-    }
-};
-
-// Appends so many values, in memory that doubles: resize() alone may grow by what is asked for, text after text.
-// @return the first of them
-template <typename Value>
-Value* grow(std::vector<Value>& values, std::size_t count)
+template <typename Vector>
+Vector load(const void* values)
 {
-    const std::size_t before = values.size();
-    if (before + count > values.capacity()) {
-        values.reserve(std::max(before + count, 2 * before));
-    }
-    values.resize(before + count);
-    return values.data() + before;
+    Vector result;
+    std::memcpy(&result, values, sizeof(result));
+    return result;
+}
+
+template <typename Vector>
+void store(Vector values, void* to)
+{
+    std::memcpy(to, &values, sizeof(values));
+}
+
+template <int Lane>
+Float4 broadcast(Float4 values)
+{
+    return __builtin_shufflevector(values, values, Lane, Lane, Lane, Lane);
+}
+
+Float4 column(const Matrix4<float>& m, std::size_t index)
+{
+    return Float4{m[4 * index], m[4 * index + 1], m[4 * index + 2], 0.0f};
 }
 
 } // namespace
+
+// What addText() does to a glyph, in single precision.
+class VectorFont::Placing
+{
+public:
+    /// @param vertical  of the baseline, in font units
+    Placing(const Matrix4<float>& m, float scale, double vertical)
+        : mX(column(m, 0)), mY(column(m, 1)),
+          // Glyphs are flat: z is 0, or no number where the scale is none.
+          mZ(column(m, 2) * (scale * 0.0f)), mOrigin(column(m, 3)), mScale(scale),
+          mBaseline(scale * static_cast<float>(vertical))
+    {}
+
+    /// Writes the points and indices of a glyph, in whole blocks, and 4 bytes behind the points.
+    /// @param horizontal  of its left end, in font units
+    void write(const Block* block, const Glyph& glyph, double horizontal, const BatchEnd& to) const
+    {
+        const float left = mScale * static_cast<float>(horizontal);
+        const Float4 start = {left, mBaseline, left, mBaseline};
+        const auto firstVertex = static_cast<std::uint32_t>(to.vertexCount);
+        for (std::size_t i = 0; i < glyph.vertexCount; i += 2, ++block) {
+            const Float4 points = load<Float4>(block->points) * mScale + start;
+            store(place(broadcast<0>(points), broadcast<1>(points)), to.vertex + i);
+            store(place(broadcast<2>(points), broadcast<3>(points)), to.vertex + i + 1);
+            const auto indices = load<Index4>(block->indices);
+            const auto separators = reinterpret_cast<Index4>(indices == StripSeparator); // their bits are all set
+            store((indices + firstVertex) | separators, to.index + 2 * i);
+        }
+    }
+
+private:
+    Float4 place(Float4 x, Float4 y) const { return mX * x + mY * y + mZ + mOrigin; }
+
+    Float4 mX; // columns of the matrix
+    Float4 mY;
+    Float4 mZ; // times z
+    Float4 mOrigin;
+    float mScale;
+    float mBaseline; // in units of the matrix's source
+};
 
 void VectorFont::vectorFontInit(const CHARSET_STRUCT* charset)
 {
@@ -74,7 +119,7 @@ void VectorFont::vectorFontInit(const CHARSET_STRUCT* charset)
     mIsInitialised = true;
     mCharset = charset;
     mGlyphVertices.clear();
-    mStrokeEnds.clear();
+    mGlyphBlocks.clear();
     mGlyphs = {};
     const CHARDEF_STRUCT* data = charset->data;
     const auto count = static_cast<int>(std::min<std::size_t>(charset->characterCount, CharacterCount));
@@ -86,13 +131,13 @@ void VectorFont::vectorFontInit(const CHARSET_STRUCT* charset)
 
 const CHARDEF_STRUCT* VectorFont::drawChar(int code, const CHARDEF_STRUCT* data)
 {
-    const auto firstVertex = static_cast<std::uint32_t>(mGlyphVertices.size());
-    Glyph glyph = {firstVertex, 0, 0};
+    Glyph glyph = {static_cast<std::uint32_t>(mGlyphVertices.size()), 0,
+                   static_cast<std::uint32_t>(mGlyphBlocks.size()), 0};
     const CHARDEF_STRUCT* behind = readGlyph(data, glyph);
     const bool isKept = code >= 0 && code < static_cast<int>(CharacterCount);
     if (behind == nullptr || !isKept) {
-        mGlyphVertices.resize(firstVertex);
-        mStrokeEnds.resize(firstVertex);
+        mGlyphVertices.resize(glyph.firstVertex);
+        mGlyphBlocks.resize(glyph.firstBlock);
         glyph = {};
     }
     if (isKept) {
@@ -106,46 +151,31 @@ void VectorFont::addText(const std::string& text, Matrix4<float> m, double size,
     initOnce();
     const double advance = static_cast<double>(mCharset->advance);
     TextOffset pen = offsetOf(text, advance, a);
-    const auto scale = static_cast<float>(size / NominalHeight);
-    // Glyphs are flat: z is 0, or no number where the scale is none.
-    Placing place = {m, scale, 0.0f, scale * static_cast<float>(pen.vertical), scale * 0.0f};
-
-    std::size_t vertexCount = 0;
-    std::size_t strokeCount = 0;
-    for (const char character : text) {
-        if (isDrawn(character)) {
-            const Glyph& glyph = mGlyphs[static_cast<unsigned char>(character)];
-            vertexCount += glyph.vertexCount;
-            strokeCount += glyph.strokeCount;
-        }
-    }
-    auto next = static_cast<std::uint32_t>(mTextVertices.size());
-    Vector3<float>* vertex = grow(mTextVertices, vertexCount);
-    std::uint32_t* index = grow(mTextIndices, vertexCount + strokeCount);
+    const Placing placing(m, static_cast<float>(size / NominalHeight), pen.vertical);
+    const Block* blocks = mGlyphBlocks.data();
+    BatchEnd end = batchEnd();
     for (const char character : text) {
         if (!isDrawn(character)) {
             continue;
         }
         const Glyph glyph = mGlyphs[static_cast<unsigned char>(character)];
-        const Vector3<float>* point = mGlyphVertices.data() + glyph.firstVertex;
-        const std::uint32_t* isEnd = mStrokeEnds.data() + glyph.firstVertex;
-        place.x = scale * static_cast<float>(pen.horizontal);
-        for (std::uint32_t i = 0; i < glyph.vertexCount; ++i) {
-            *vertex++ = place(point[i]);
-            // The separator is written in any case and kept behind the last point only: a branch here would be
-            // mispredicted for every other stroke. A glyph ends with one, so that it never falls behind the indices.
-            index[0] = next++;
-            index[1] = StripSeparator;
-            index += 1 + isEnd[i];
+        if (glyph.vertexCount > end.room) {
+            end = growBatch(end, glyph.vertexCount);
         }
+        placing.write(blocks + glyph.firstBlock, glyph, pen.horizontal, end);
+        end.vertex += glyph.vertexCount;
+        end.index += glyph.indexCount;
+        end.vertexCount += glyph.vertexCount;
+        end.room -= glyph.vertexCount;
         pen.horizontal += advance;
     }
+    setBatchEnd(end);
     mIsDirty = true;
 }
 
 void VectorFont::render()
 {
-    if (mTextIndices.empty() || !GlHandler::instance().isLoaded()) {
+    if (mTextIndexCount == 0 || !GlHandler::instance().isLoaded()) {
         return;
     }
     if (mIsDirty) {
@@ -159,7 +189,7 @@ void VectorFont::render()
     gl.setFloatVar("color", mColor.x, mColor.y, mColor.z, mColor.w);
     gl.setFloatVar("offset", 0.0f, 0.0f, 0.0f);
     mVertexArray.bind();
-    drawStrips(GL_LINE_STRIP, StripSeparator, -1, mTextIndices.size());
+    drawStrips(GL_LINE_STRIP, StripSeparator, -1, mTextIndexCount);
     VertexArray::unbind();
     glDisable(GL_LINE_SMOOTH);
     GlHandler::checkError("VectorFont", "void Tavik::OpenGL::VectorFont::render()"); // before they are dropped below
@@ -168,15 +198,15 @@ void VectorFont::render()
 
 void VectorFont::setData()
 {
-    upload(mTextVertices);
+    upload(mTextVertices.data(), mTextVertexCount);
     mHoldsBatch = true;
     mIsDirty = mVertexArray.name() == 0;
 }
 
 void VectorFont::clearVertex()
 {
-    mTextVertices.clear();
-    mTextIndices.clear();
+    mTextVertexCount = 0;
+    mTextIndexCount = 0;
     mIsDirty = true;
 }
 
@@ -217,11 +247,17 @@ const CHARDEF_STRUCT* VectorFont::readGlyph(const CHARDEF_STRUCT* data, Glyph& g
         if (record.operation < StrokePoint || record.operation > GlyphEnd) {
             continue;
         }
-        const bool isEnd = record.operation != StrokePoint;
         mGlyphVertices.emplace_back(record.x, record.y, 0.0f);
-        mStrokeEnds.push_back(isEnd ? 1 : 0);
-        ++glyph.vertexCount;
-        glyph.strokeCount += isEnd ? 1 : 0;
+        if (glyph.vertexCount % 2 == 0) {
+            mGlyphBlocks.emplace_back();
+        }
+        float* point = mGlyphBlocks.back().points + glyph.vertexCount % 2 * 2;
+        point[0] = record.x;
+        point[1] = record.y;
+        indexAt(glyph, glyph.indexCount++) = glyph.vertexCount++;
+        if (record.operation != StrokePoint) {
+            indexAt(glyph, glyph.indexCount++) = StripSeparator;
+        }
         if (record.operation == GlyphEnd) {
             return data + i + 1;
         }
@@ -229,22 +265,51 @@ const CHARDEF_STRUCT* VectorFont::readGlyph(const CHARDEF_STRUCT* data, Glyph& g
     return nullptr;
 }
 
-void VectorFont::upload(const std::vector<Vector3<float>>& vertices)
+std::uint32_t& VectorFont::indexAt(const Glyph& glyph, std::size_t number)
+{
+    return mGlyphBlocks[glyph.firstBlock + number / 4].indices[number % 4];
+}
+
+VectorFont::BatchEnd VectorFont::batchEnd()
+{
+    const std::size_t taken = mTextVertexCount + BatchSlack;
+    return {mTextVertices.data() + mTextVertexCount, mTextIndices.data() + mTextIndexCount, mTextVertexCount,
+            mTextVertices.size() > taken ? mTextVertices.size() - taken : 0};
+}
+
+void VectorFont::setBatchEnd(const BatchEnd& end)
+{
+    mTextVertexCount = end.vertexCount;
+    mTextIndexCount = static_cast<std::size_t>(end.index - mTextIndices.data());
+}
+
+VectorFont::BatchEnd VectorFont::growBatch(const BatchEnd& end, std::size_t vertexCount)
+{
+    setBatchEnd(end);
+    mTextVertices.resize(std::max(mTextVertexCount + vertexCount + BatchSlack, 2 * mTextVertices.size()));
+    mTextIndices.resize(2 * mTextVertices.size()); // a point has one and at most a separator
+    return batchEnd();
+}
+
+void VectorFont::upload(const Vector3<float>* vertices, std::size_t count)
 {
     mVertexArray.bind();
-    if (uploadAttribute(mVertexBuffer, vertices, vertices.size(), VertexLocation, 3)) {
+    if (count > 0) {
+        mVertexBuffer.uploadVertices(vertices, count * sizeof(*vertices));
+        VertexArray::setFloatAttribute(VertexLocation, 3);
         VertexArray::setIntegerAttribute(NormalsLocation); // the program does not read it
     } else {
+        VertexArray::disableAttribute(VertexLocation); // drivers may read all attributes that are on
         VertexArray::disableAttribute(NormalsLocation);
     }
-    mIndexBuffer.uploadIndices(mTextIndices.data(), mTextIndices.size() * sizeof(mTextIndices[0]));
+    mIndexBuffer.uploadIndices(mTextIndices.data(), mTextIndexCount * sizeof(mTextIndices[0]));
     VertexArray::unbind();
-    mUploadedVertexCount = mVertexArray.name() == 0 ? 0 : vertices.size();
+    mUploadedVertexCount = mVertexArray.name() == 0 ? 0 : count;
 }
 
 void VectorFont::uploadGlyphs()
 {
-    upload(mGlyphVertices);
+    upload(mGlyphVertices.data(), mGlyphVertices.size());
     mHoldsBatch = false;
     mIsDirty = true;
 }
@@ -276,7 +341,7 @@ void VectorFont::drawText(double x, double y, const std::string& text, double si
     VertexArray::unbind();
 }
 
-void VectorFont::drawGlyphs(const std::string& text, Alignment a) const
+void VectorFont::drawGlyphs(const std::string& text, Alignment a)
 {
     static const std::string Offset = "offset";
     const double advance = static_cast<double>(mCharset->advance);
@@ -292,14 +357,15 @@ void VectorFont::drawGlyphs(const std::string& text, Alignment a) const
     }
 }
 
-void VectorFont::drawGlyph(const Glyph& glyph) const
+void VectorFont::drawGlyph(const Glyph& glyph)
 {
     std::size_t first = glyph.firstVertex;
-    for (std::size_t i = first; i < glyph.firstVertex + std::size_t(glyph.vertexCount); ++i) {
-        if (mStrokeEnds[i] == 0) {
+    std::size_t next = first;
+    for (std::size_t i = 0; i < glyph.indexCount; ++i) {
+        if (indexAt(glyph, i) != StripSeparator) {
+            ++next;
             continue;
         }
-        const std::size_t next = i + 1;
         if (next <= mUploadedVertexCount) { // of a batch there may be less
             glDrawArrays(GL_LINE_STRIP, static_cast<GLint>(first), static_cast<GLsizei>(next - first));
         }

@@ -129,9 +129,11 @@ public:
 
     /// @{
     /// The batch: points in the space of the matrix stack, and the indices that string them to line strips, each ended
-    /// by StripSeparator.
-    const std::vector<Math::Vector3<float>>& vertices() const { return mTextVertices; }
-    const std::vector<std::uint32_t>& indices() const { return mTextIndices; }
+    /// by StripSeparator. The arrays are good until the next call that changes the batch.
+    const Math::Vector3<float>* vertices() const { return mTextVertices.data(); }
+    std::size_t vertexCount() const { return mTextVertexCount; }
+    const std::uint32_t* indices() const { return mTextIndices.data(); }
+    std::size_t indexCount() const { return mTextIndexCount; }
     /// @}
 
     /// Ends a strip in the indices, and the restart index when drawing.
@@ -142,26 +144,53 @@ private:
     {
         std::uint32_t firstVertex; // in the glyph vertices
         std::uint32_t vertexCount;
-        std::uint32_t strokeCount;
+        std::uint32_t firstBlock; // in the glyph blocks
+        std::uint32_t indexCount;
     };
+
+    // What the batch takes of a glyph in one step: two points, and the next four indices, which are at least those of
+    // the two. The last block is filled up.
+    struct Block
+    {
+        float points[4];          // x and y in turn
+        std::uint32_t indices[4]; // counted from the glyph's first vertex
+    };
+
+    // Where the batch goes on.
+    struct BatchEnd
+    {
+        Math::Vector3<float>* vertex;
+        std::uint32_t* index;
+        std::size_t vertexCount; // before it
+        std::size_t room;        // points that a glyph may have there
+    };
+
+    class Placing;
 
     void initOnce();
     const CHARDEF_STRUCT* readGlyph(const CHARDEF_STRUCT* data, Glyph& glyph);
-    void upload(const std::vector<Math::Vector3<float>>& vertices);
+    std::uint32_t& indexAt(const Glyph& glyph, std::size_t number);
+    BatchEnd batchEnd();
+    void setBatchEnd(const BatchEnd& end);
+    BatchEnd growBatch(const BatchEnd& end, std::size_t vertexCount);
+    void upload(const Math::Vector3<float>* vertices, std::size_t count);
     void uploadGlyphs();
     void drawText(double x, double y, const std::string& text, double size, Alignment a);
-    void drawGlyphs(const std::string& text, Alignment a) const;
-    void drawGlyph(const Glyph& glyph) const;
+    void drawGlyphs(const std::string& text, Alignment a);
+    void drawGlyph(const Glyph& glyph);
 
     std::vector<Math::Vector3<float>> mGlyphVertices;
     VertexArray mVertexArray;
     BufferObject mVertexBuffer;
     BufferObject mIndexBuffer;
+    // Of as many points as there ever were; those from the counts on have no meaning.
     std::vector<Math::Vector3<float>> mTextVertices;
     std::vector<std::uint32_t> mTextIndices;
+    std::size_t mTextVertexCount = 0;
+    std::size_t mTextIndexCount = 0;
     bool mIsDirty = false;
     std::array<Glyph, CharacterCount> mGlyphs = {};
-    std::vector<std::uint32_t> mStrokeEnds; // for each glyph vertex: 1 where its stroke ends, otherwise 0
+    std::vector<Block> mGlyphBlocks;
     const CHARSET_STRUCT* mCharset = nullptr;
     bool mIsInitialised = false;
     Math::Vector4<float> mColor = {1.0f, 1.0f, 1.0f, 1.0f};

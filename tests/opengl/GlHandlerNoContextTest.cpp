@@ -89,7 +89,7 @@ TEST(GlHandlerNoContext, EverythingIsWithoutEffectAndAlive)
     terrain.clear();
     VectorFont font;
     font.addText("A", {}, 10.0, VectorFont::TopLeft);
-    EXPECT_EQ(font.vertices().size(), 8u);
+    EXPECT_EQ(font.vertexCount(), 8u);
     font.render();
     font.setData();
     font.renderFont("A", 10.0, VectorFont::TopLeft);
