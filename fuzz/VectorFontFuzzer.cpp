@@ -19,14 +19,14 @@ constexpr std::size_t HeadSize = 8;
 // The batch must be strips of existing points.
 void checkBatch(const VectorFont& font)
 {
-    const auto& indices = font.indices();
-    require(indices.empty() == font.vertices().empty());
-    require(indices.empty() || indices.back() == VectorFont::StripSeparator);
+    const std::size_t count = font.indexCount();
+    require((count == 0) == (font.vertexCount() == 0));
+    require(count == 0 || font.indices()[count - 1] == VectorFont::StripSeparator);
     std::uint32_t next = 0;
-    for (const std::uint32_t index : indices) {
-        require(index == VectorFont::StripSeparator || index == next++);
+    for (std::size_t i = 0; i < count; ++i) {
+        require(font.indices()[i] == VectorFont::StripSeparator || font.indices()[i] == next++);
     }
-    require(next == font.vertices().size());
+    require(next == font.vertexCount());
 }
 
 } // namespace

@@ -1,18 +1,11 @@
 #include <moving_map/Text.h>
 
 #include <support/Fonts.h>
-#include <tavik/opengl/TextureFont.h>
-
-#include <GL/gl.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace MovingMap {
 
 namespace {
 
-using Tavik::OpenGL::FontType;
 using Tavik::OpenGL::TextureFontSdf;
 
 constexpr float CapitalHeight = 0.73f; // of the em, as sans-serif fonts have it
@@ -20,20 +13,18 @@ constexpr float CapitalHeight = 0.73f; // of the em, as sans-serif fonts have it
 // Even at 13 pixels, and wide enough to stand against any terrain.
 constexpr float OutlineWidth = 0.22f;
 
-// Bold strokes stay legible at the sizes of a map.
+constexpr int AnySize = 13; // pixels; set for each text
 
-/// Advances of the font's glyphs.
-FontType measureFont()
+// Bold strokes stay legible at the sizes of a map.
+void load(TextureFontSdf& font)
 {
-    FontType font;
-    std::ifstream file(Tavik::Support::sansBoldFontPath(), std::ios::binary);
-    const std::string data{std::istreambuf_iterator<char>(file), {}};
-    if (!data.empty()) {
-        // The plain font measures glyphs the same and computes no distance field.
-        const unsigned int atlas =
-            Tavik::OpenGL::TextureFont().createGlyphTexture(data.data(), static_cast<int>(data.size()), font);
-        glDeleteTextures(1, &atlas);
-    }
+    font.load(Tavik::Support::sansBoldFontPath(), AnySize);
+}
+
+TextureFontSdf makeRuler()
+{
+    TextureFontSdf font;
+    load(font);
     return font;
 }
 
@@ -58,7 +49,7 @@ void TextBatch::add(const std::string& text, Pixel anchor, int size, TextAlign a
 {
     if (!mIsLoaded) {
         mIsLoaded = true;
-        mFont.load(Tavik::Support::sansBoldFontPath(), size);
+        load(mFont);
     }
     Tavik::Math::Matrix4<float> place;
     place.translate(anchor.x, anchor.y - 0.5f * height(size), 0.0f);
@@ -79,12 +70,9 @@ void TextBatch::render()
 
 float TextBatch::width(const std::string& text, int size)
 {
-    static const FontType font = measureFont();
-    float advance = 0.0f;
-    for (const char byte : text) {
-        advance += font.glyph(byte).advance;
-    }
-    return font.pixelSize == 0 ? 0.0f : advance * static_cast<float>(size) / static_cast<float>(font.pixelSize);
+    static TextureFontSdf ruler = makeRuler();
+    ruler.setSize(size);
+    return static_cast<float>(ruler.calcTextWidth(text));
 }
 
 float TextBatch::height(int size)

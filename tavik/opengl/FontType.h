@@ -3,6 +3,7 @@
 #include <tavik/math/Vector2.h>
 
 #include <array>
+#include <string>
 
 namespace Tavik::OpenGL {
 
@@ -57,6 +58,16 @@ struct FontType
     {
         const unsigned int code = static_cast<unsigned char>(byte);
         return glyphs[code < FirstCode ? 0 : code - FirstCode];
+    }
+
+    /// Sum of the advances of a text's glyphs, pixels of the atlas.
+    float width(const std::string& text) const
+    {
+        float sum = 0.0f;
+        for (const char byte : text) {
+            sum += glyph(byte).advance;
+        }
+        return sum;
     }
 };
 

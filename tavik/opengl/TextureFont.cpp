@@ -108,6 +108,12 @@ int TextureFont::nextPower2(int value)
     return atlasSideFor(value);
 }
 
+double TextureFont::calcTextWidth(const std::string& text) const
+{
+    const FontType* font = registry().find(mFontId);
+    return font == nullptr || font->texture == 0 ? 0.0 : static_cast<double>(scaleOf(*font) * font->width(text));
+}
+
 void TextureFont::addText(const std::string& text, Math::Matrix4<float> transform, Alignment alignment)
 {
     add(mQuads, text, transform, alignment);
@@ -153,13 +159,17 @@ unsigned int TextureFont::texture() const
     return font == nullptr ? 0 : font->texture;
 }
 
+float TextureFont::scaleOf(const FontType& font) const
+{
+    return static_cast<float>(mSize) / static_cast<float>(font.pixelSize);
+}
+
 void TextureFont::add(TextQuads& quads, const std::string& text, const Math::Matrix4<float>& transform,
                       Alignment alignment)
 {
     const FontType* font = registry().find(mFontId);
     if (font != nullptr && font->texture != 0) {
-        const float scale = static_cast<float>(mSize) / static_cast<float>(font->pixelSize);
-        quads.add(*font, text, {transform, scale, alignment, true});
+        quads.add(*font, text, {transform, scaleOf(*font), alignment, true});
     }
 }
 

@@ -108,6 +108,12 @@ public:
     /// Smallest power of two that is not below the value; 1 for values below 2, 4096 for all above 2048.
     int nextPower2(int value);
 
+    /// Width of a text at the current size, in units before the matrices: the sum of its glyphs' advances, which is
+    /// what alignment goes by. Ink may reach a little beyond at either end.
+    /// @param text  bytes of Latin-1
+    /// @return 0 without a font
+    double calcTextWidth(const std::string& text) const;
+
     /// Adds a text to those that render() draws.
     /// @param text       bytes of Latin-1
     /// @param transform  from the text's anchor to the space of the matrix stack; its last row is ignored. A text is
@@ -141,6 +147,7 @@ public:
     unsigned int texture() const;
 
 private:
+    float scaleOf(const FontType& font) const;
     void add(TextQuads& quads, const std::string& text, const Math::Matrix4<float>& transform, Alignment alignment);
     void draw(TextQuads& quads, Math::Vector3<float> offset, const char* where);
 

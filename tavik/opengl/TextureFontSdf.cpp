@@ -101,6 +101,12 @@ int TextureFontSdf::nextPower2(int value)
     return atlasSideFor(value);
 }
 
+double TextureFontSdf::calcTextWidth(const std::string& text) const
+{
+    const FontType* font = registry().find(mFontId);
+    return font == nullptr || font->texture == 0 ? 0.0 : static_cast<double>(mScale * font->width(text));
+}
+
 void TextureFontSdf::addText(const std::string& text, Math::Matrix4<float> transform, Alignment alignment)
 {
     add(mQuads, text, transform, alignment);

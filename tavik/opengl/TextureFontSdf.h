@@ -29,6 +29,8 @@ namespace Tavik::OpenGL {
 /// whatever the font has there. The y axis points up. One unit before the matrices is one pixel of the size that was
 /// asked for, which is FreeType's em: capitals are about 0.73 of it high.
 ///
+/// Strokes narrower than a pixel, as text below 12 pixels has them, are drawn paler and stay whole wherever they fall.
+///
 /// Outlines are measured in the units of the distance field: a width of w reaches w × 16 × size / 50 pixels out. Widths
 /// up to 0.43 - 3.2 / size (0.23 at 16 pixels, 0.37 at 50) fade out evenly; wider ones end a little hard, and above
 /// 0.43 the field ends. Text of an opaque colour is drawn twice, all outlines below all letters, so that no letter
@@ -109,6 +111,12 @@ public:
 
     /// Smallest power of two that is not below the value; 1 for values below 2, 4096 for all above 2048.
     int nextPower2(int value);
+
+    /// Width of a text at the current size, in units before the matrices: the sum of its glyphs' advances, which is
+    /// what alignment goes by. Ink may reach a little beyond at either end.
+    /// @param text  bytes of Latin-1
+    /// @return 0 without a font
+    double calcTextWidth(const std::string& text) const;
 
     /// Adds a text to those that render() draws.
     /// @param text       bytes of Latin-1

@@ -33,10 +33,16 @@ bool isDrawn(char character)
 // Points behind the batch that there is memory for: glyphs are written two points at a time, and 4 bytes more.
 constexpr std::size_t BatchSlack = 2;
 
+// In font units.
+double widthOf(const std::string& text, double advance)
+{
+    return advance * static_cast<double>(text.size());
+}
+
 // Of the left end of the baseline from the anchor, in font units.
 TextOffset offsetOf(const std::string& text, double advance, VectorFont::Alignment alignment)
 {
-    return textOffset(alignment, advance * static_cast<double>(text.size()), NominalHeight, 0.5 * NominalHeight);
+    return textOffset(alignment, widthOf(text, advance), NominalHeight, 0.5 * NominalHeight);
 }
 
 // Vectors as GCC and Clang have them for every processor. Each lane is rounded as a single number would be, so that
@@ -146,6 +152,11 @@ const CHARDEF_STRUCT* VectorFont::drawChar(int code, const CHARDEF_STRUCT* data)
     return behind;
 }
 
+double VectorFont::calcTextWidth(const std::string& text, double size) const
+{
+    return widthOf(text, static_cast<double>(charset().advance)) * size / NominalHeight;
+}
+
 void VectorFont::addText(const std::string& text, Matrix4<float> m, double size, Alignment a)
 {
     initOnce();
@@ -235,9 +246,14 @@ void VectorFont::clear()
     mIsDirty = true;
 }
 
+const CHARSET_STRUCT& VectorFont::charset() const
+{
+    return mCharset != nullptr ? *mCharset : builtinCharset();
+}
+
 void VectorFont::initOnce()
 {
-    vectorFontInit(mCharset != nullptr ? mCharset : &builtinCharset());
+    vectorFontInit(&charset());
 }
 
 const CHARDEF_STRUCT* VectorFont::readGlyph(const CHARDEF_STRUCT* data, Glyph& glyph)
@@ -254,7 +270,8 @@ const CHARDEF_STRUCT* VectorFont::readGlyph(const CHARDEF_STRUCT* data, Glyph& g
         float* point = mGlyphBlocks.back().points + glyph.vertexCount % 2 * 2;
         point[0] = record.x;
         point[1] = record.y;
-        indexAt(glyph, glyph.indexCount++) = glyph.vertexCount++;
+        indexAt(glyph, glyph.indexCount++) = glyph.vertexCount;
+        ++glyph.vertexCount;
         if (record.operation != StrokePoint) {
             indexAt(glyph, glyph.indexCount++) = StripSeparator;
         }

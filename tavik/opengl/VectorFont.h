@@ -89,6 +89,12 @@ public:
     ///         MaximumRecordsPerGlyph, in which case it is empty
     const CHARDEF_STRUCT* drawChar(int code, const CHARDEF_STRUCT* data);
 
+    /// Width of a text, which is what alignment goes by: the advance of all its bytes. Ink ends about a quarter of a
+    /// character before it. Needs no context.
+    /// @param text  bytes, see above
+    /// @param size  nominal character height, in the units of the result
+    double calcTextWidth(const std::string& text, double size) const;
+
     /// Appends a text to the batch.
     /// @param text  bytes, see above
     /// @param m  places the text, whose anchor is its origin, in the space of the matrix stack; affine, the fourth row
@@ -167,6 +173,7 @@ private:
 
     class Placing;
 
+    const CHARSET_STRUCT& charset() const;
     void initOnce();
     const CHARDEF_STRUCT* readGlyph(const CHARDEF_STRUCT* data, Glyph& glyph);
     std::uint32_t& indexAt(const Glyph& glyph, std::size_t number);

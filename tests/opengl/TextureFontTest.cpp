@@ -167,6 +167,8 @@ TYPED_TEST(TextureFontTest, AlignmentsHoldToHalfAPixel)
         const double scale = double(size) / metrics.pixelSize;
         const double width = 2 * double(h.advance) * scale;
         const double height = double(h.rows) * scale;
+        EXPECT_NEAR(font.calcTextWidth("HH"), width, 1e-5);
+        EXPECT_EQ(font.calcTextWidth("\n\tH"), font.calcTextWidth("  H"));
         for (int alignment = -1; alignment <= 9; ++alignment) {
             SCOPED_TRACE(testing::Message() << "size " << size << ", alignment " << alignment);
             const int code = alignment < 0 || alignment > 8 ? 2 : alignment;
@@ -387,6 +389,7 @@ TYPED_TEST(TextureFontTest, DamagedFontsDrawNothing)
     };
     EXPECT_TRUE(drawsNothing()) << "before a font";
     EXPECT_EQ(font.texture(), 0u);
+    EXPECT_EQ(font.calcTextWidth("ABC"), 0.0);
     EXPECT_FALSE(font.load("no such file", 20));
     EXPECT_FALSE(font.load(nullptr, 20));
     EXPECT_FALSE(font.load(".", 20));
@@ -446,6 +449,28 @@ TYPED_TEST(TextureFontTest, DamagedFontsDrawNothing)
 }
 
 using TextureFontSdfTest = TextureFontTest<TextureFontSdf>;
+
+TEST_F(TextureFontSdfTest, ThinStrokesStayWhereverTheyFallAmongPixels)
+{
+    for (const int size : {8, 9, 10, 12, 16}) {
+        TextureFontSdf font = loaded(size);
+        for (int tenth = 0; tenth < 10; ++tenth) {
+            const double place = 20.0 + tenth / 10.0;
+            const Picture text = drawn([&] {
+                font.renderFont(place, 40.0, "l", TextureFontSdf::BottomLeft);
+                font.renderFont(60.0, place, "-", TextureFontSdf::BottomLeft);
+            });
+            double stem = 0.0; // pixels of ink across it
+            double bar = 0.0;
+            for (int i = 0; i < Size; ++i) {
+                stem += (at(text, i, 40 + size / 3)[0] - 51) / 204.0;
+                bar += (at(text, 60 + size / 5, i)[0] - 51) / 204.0;
+            }
+            EXPECT_NEAR(stem, 0.09 * size, 0.45) << size << ", " << tenth;
+            EXPECT_NEAR(bar, 0.08 * size, 0.45) << size << ", " << tenth;
+        }
+    }
+}
 
 TEST_F(TextureFontSdfTest, OutlinesSurroundLettersAndSpareTheirNeighbours)
 {

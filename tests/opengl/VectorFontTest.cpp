@@ -104,6 +104,7 @@ protected:
 TEST_F(VectorFontTest, LaysOutStrokes)
 {
     VectorFont font;
+    EXPECT_NEAR(font.calcTextWidth("A\xff", 2.0 * Nominal), 4.0 * 13.12016, 1e-5);
     font.addText("A", Matrix4<float>(), 2.0 * Nominal, VectorFont::BottomLeft);
     const std::vector<Vector3<float>> a = {{0.0f, 0.0f, 0.0f},     {0.0f, 22.82f, 0.0f},   {4.46f, 27.38f, 0.0f},
                                            {13.38f, 27.38f, 0.0f}, {17.84f, 22.82f, 0.0f}, {17.84f, 0.0f, 0.0f},
@@ -198,6 +199,7 @@ TEST_F(VectorFontTest, ReadsForeignSetsSafely)
             EXPECT_EQ(font.vertexCount(), c.pointsOfFirst[i]) << c.name << i;
         }
         font.renderFont(std::string("\0\1\177", 3), 20.0, VectorFont::TopLeft);
+        EXPECT_NEAR(font.calcTextWidth("ab", Nominal), 20.0, 1e-9);
         glDisable(GL_LINE_SMOOTH);
     }
 
