@@ -109,6 +109,7 @@ bool readPngPixels(PngDecoder& decoder)
             png_read_row(decoder.png, decoder.pixels + row * rowSize, nullptr);
         }
     }
+    png_read_end(decoder.png, nullptr); // a file that lacks its end has been cut
     return true;
 }
 

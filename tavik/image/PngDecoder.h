@@ -35,8 +35,8 @@ enum class PngSetUp
 /// @param decoder  with the file open behind its signature of 8 bytes, and null otherwise
 PngSetUp setUpPngDecoder(PngDecoder& decoder);
 
-/// Reads all pixels of a picture in colour.
-/// @return whether there was memory and every pixel was read
+/// Reads all pixels of a picture in colour, and the rest of the file.
+/// @return whether there was memory, every pixel was read and nothing is missing behind them
 bool readPngPixels(PngDecoder& decoder);
 
 /// Releases everything but the file; null is allowed anywhere.

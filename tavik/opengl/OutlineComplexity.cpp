@@ -1,8 +1,10 @@
 #include <tavik/opengl/OutlineComplexity.h>
 
 #include <tavik/math/Vector2.h>
+#include <tavik/opengl/VectorProducts.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 namespace Tavik::OpenGL {
@@ -24,10 +26,19 @@ constexpr std::uint64_t MaximumPairs = 2000000000;
 // Crossings times the edges that lie above each other on average; each takes up to 25 nanoseconds.
 constexpr std::uint64_t MaximumCrossingWork = 200000000;
 
+// Over all pairs of edges that meet, the edges of both contours, since joining contours or parting them goes along all
+// of their edges, and a share for the meeting itself; each takes up to 10 nanoseconds.
+constexpr std::uint64_t MaximumMeetingWork = 1000000000;
+constexpr std::uint64_t MeetingShare = 16;
+
+// Of the normal's largest component: from directions that see less of the outline the sweep never looks.
+constexpr double SmallestPart = 0.1;
+
 struct Edge
 {
     Vector2<float> start;
     Vector2<float> end;
+    std::uint64_t contourSize;
 };
 
 struct Box
@@ -36,25 +47,63 @@ struct Box
     Vector2<float> high;
 };
 
-using Projection = Vector2<float> (*)(Vector3<float>);
-
-// The sweep goes along the first coordinate.
-constexpr Projection Projections[] = {
-    [](Vector3<float> v) { return Vector2<float>(v.x, v.y); },
-    [](Vector3<float> v) { return Vector2<float>(v.y, v.z); },
-    [](Vector3<float> v) { return Vector2<float>(v.z, v.x); },
+// A way to look at the outline: along one axis, at the plane of the other two.
+struct Projection
+{
+    float Vector3<float>::*across; // the way that the sweep goes
+    float Vector3<float>::*up;
+    double Vector3<double>::*depth;
 };
 
-std::vector<Edge> projectedEdges(const std::vector<Vector3<float>>& corners,
-                                 const std::vector<std::size_t>& contourStarts, Projection project)
+constexpr Projection Projections[] = {
+    {&Vector3<float>::x, &Vector3<float>::y, &Vector3<double>::z},
+    {&Vector3<float>::y, &Vector3<float>::z, &Vector3<double>::x},
+    {&Vector3<float>::z, &Vector3<float>::x, &Vector3<double>::y},
+};
+
+double largestComponent(Vector3<double> v)
 {
+    return std::max({std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)});
+}
+
+// At right angles to the plane of the outline, of any length: the plane of two corners far apart and the one farthest
+// from the line between them. Zero where all corners lie on a line.
+Vector3<double> normalOf(const std::vector<Vector3<float>>& corners)
+{
+    Vector3<float> start;
+    Vector3<double> longest;
+    for (const Projection& projection : Projections) {
+        const auto [low, high] =
+            std::minmax_element(corners.begin(), corners.end(), [&](Vector3<float> a, Vector3<float> b) {
+                return a.*projection.across < b.*projection.across;
+            });
+        const Vector3<double> extent = difference(*high, *low);
+        if (largestComponent(extent) > largestComponent(longest)) {
+            start = *low;
+            longest = extent;
+        }
+    }
+    Vector3<double> normal;
+    for (const Vector3<float> corner : corners) {
+        const Vector3<double> candidate = crossProduct(longest, difference(corner, start));
+        if (largestComponent(candidate) > largestComponent(normal)) {
+            normal = candidate;
+        }
+    }
+    return normal;
+}
+
+std::vector<Edge> projectedEdges(const std::vector<Vector3<float>>& corners,
+                                 const std::vector<std::size_t>& contourStarts, const Projection& projection)
+{
+    const auto project = [&](Vector3<float> v) { return Vector2<float>(v.*projection.across, v.*projection.up); };
     std::vector<Edge> edges;
     edges.reserve(corners.size());
     std::size_t start = 0;
     for (std::size_t contour = 0; contour <= contourStarts.size(); ++contour) {
         const std::size_t end = contour < contourStarts.size() ? contourStarts[contour] : corners.size();
         for (std::size_t i = start; i < end; ++i) {
-            const Edge edge = {project(corners[i]), project(corners[i + 1 < end ? i + 1 : start])};
+            const Edge edge = {project(corners[i]), project(corners[i + 1 < end ? i + 1 : start]), end - start};
             if (edge.start != edge.end) { // repeated corners cost nothing, but would all overlap
                 edges.push_back(edge);
             }
@@ -103,12 +152,12 @@ std::uint64_t countPairs(const std::vector<Box>& boxes)
     return pairs;
 }
 
-// Counts the pairs of edges that cross. Neighbours in the outline are neighbours in the plane, so a tree of boxes over
-// the edges as they come finds the pairs that may.
-class CrossingCounter
+// Counts the pairs of edges that cross, and adds up the work for those that meet in any way. Neighbours in the outline
+// are neighbours in the plane, so a tree of boxes over the edges as they come finds the pairs that may.
+class MeetingCounter
 {
 public:
-    CrossingCounter(const std::vector<Edge>& edges, std::vector<Box> boxes) : mEdges(edges)
+    MeetingCounter(const std::vector<Edge>& edges, std::vector<Box> boxes) : mEdges(edges)
     {
         mLevels.push_back(std::move(boxes));
         while (mLevels.back().size() > 1) {
@@ -121,25 +170,25 @@ public:
         }
     }
 
-    // Stops soon after the limit.
-    std::uint64_t count(std::uint64_t limit)
-    {
-        mLimit = limit;
-        mCount = 0;
-        countBetween(mLevels.size() - 1, 0, 0);
-        return mCount;
-    }
+    void count() { countBetween(mLevels.size() - 1, 0, 0); }
+
+    std::uint64_t crossings() const { return mCrossings; }
+
+    /// Counting stops where it is.
+    bool isOverLimit() const { return mCrossings > MaximumCrossings || mMeetingWork > MaximumMeetingWork; }
 
 private:
     // Of the edges below two boxes of a level, or below one box among themselves.
     void countBetween(std::size_t level, std::size_t a, std::size_t b)
     {
         const std::vector<Box>& boxes = mLevels[level];
-        if (mCount > mLimit || b >= boxes.size() || !overlap(boxes[a], boxes[b])) {
+        if (isOverLimit() || b >= boxes.size() || !overlap(boxes[a], boxes[b])) {
             return;
         }
         if (level == 0) {
-            mCount += cross(mEdges[a], mEdges[b]) ? 1 : 0;
+            if (a != b) {
+                countPair(mEdges[a], mEdges[b]);
+            }
             return;
         }
         countBetween(level - 1, 2 * a, 2 * b);
@@ -150,9 +199,16 @@ private:
         }
     }
 
-    static bool cross(const Edge& a, const Edge& b)
+    // Of two edges whose boxes overlap.
+    void countPair(const Edge& a, const Edge& b)
     {
-        return isLeft(a, b.start) * isLeft(a, b.end) < 0 && isLeft(b, a.start) * isLeft(b, a.end) < 0;
+        const int sidesOfA = isLeft(a, b.start) * isLeft(a, b.end);
+        const int sidesOfB = isLeft(b, a.start) * isLeft(b, a.end);
+        mCrossings += sidesOfA < 0 && sidesOfB < 0 ? 1 : 0;
+        const bool followEachOther = a.end == b.start || b.end == a.start;
+        if (sidesOfA <= 0 && sidesOfB <= 0 && !followEachOther) {
+            mMeetingWork += a.contourSize + b.contourSize + MeetingShare;
+        }
     }
 
     // 1 to the left of the edge, -1 to the right, 0 on it.
@@ -166,8 +222,8 @@ private:
 
     const std::vector<Edge>& mEdges;
     std::vector<std::vector<Box>> mLevels; // the edges' own, then each time half as many
-    std::uint64_t mLimit = 0;
-    std::uint64_t mCount = 0;
+    std::uint64_t mCrossings = 0;
+    std::uint64_t mMeetingWork = 0;
 };
 
 bool isTooComplex(const std::vector<Edge>& edges)
@@ -177,34 +233,33 @@ bool isTooComplex(const std::vector<Edge>& edges)
     }
     std::vector<Box> boxes(edges.size());
     std::transform(edges.begin(), edges.end(), boxes.begin(), boxOf);
-    Box all = boxes.front();
-    for (const Box& box : boxes) {
-        all = united(all, box);
-    }
-    if (all.low.x == all.high.x || all.low.y == all.high.y) {
-        return false; // seen from the side; the sweep does not look from there
-    }
     const std::uint64_t count = edges.size();
     if (count * count / 2 > MaximumPairs && countPairs(boxes) > MaximumPairs) {
         return true;
     }
-    const std::uint64_t crossings = CrossingCounter(edges, boxes).count(MaximumCrossings);
-    if (crossings > MaximumCrossings || crossings * count <= MaximumCrossingWork) {
-        return crossings > MaximumCrossings;
+    MeetingCounter meetings(edges, boxes);
+    meetings.count();
+    if (meetings.isOverLimit() || meetings.crossings() * count <= MaximumCrossingWork) {
+        return meetings.isOverLimit();
     }
-    return crossings * (countPairs(boxes) / count + 1) > MaximumCrossingWork;
+    return meetings.crossings() * (countPairs(boxes) / count + 1) > MaximumCrossingWork;
 }
 
 } // namespace
 
 bool isTooComplex(const std::vector<Vector3<float>>& corners, const std::vector<std::size_t>& contourStarts)
 {
-    // Which way the sweep looks at corners in space depends on the plane that they are nearest to: none may be too
-    // much for it.
-    return corners.size() > AlwaysSimple &&
-           std::any_of(std::begin(Projections), std::end(Projections), [&](Projection project) {
-               return isTooComplex(projectedEdges(corners, contourStarts, project));
-           });
+    if (corners.size() <= AlwaysSimple) {
+        return false;
+    }
+    // The sweep looks along the axis that is nearest to the normal. Where corners do not lie in a plane, which one that
+    // is depends on details: none may be too much for it.
+    const Vector3<double> normal = normalOf(corners);
+    const double smallestPart = SmallestPart * largestComponent(normal);
+    return std::any_of(std::begin(Projections), std::end(Projections), [&](const Projection& projection) {
+        return std::fabs(normal.*projection.depth) >= smallestPart &&
+               isTooComplex(projectedEdges(corners, contourStarts, projection));
+    });
 }
 
 } // namespace Tavik::OpenGL

@@ -8,8 +8,9 @@
 namespace Tavik::OpenGL {
 
 /// Whether cutting an outline into triangles would take more than some ten seconds or some hundred megabytes: edges
-/// that cross take time by the square and more of their number. Outlines of up to 500 corners never do; larger ones
-/// do with about 250 000 crossings, or far fewer among tens of thousands of edges side by side.
+/// that cross, touch or lie on each other take time by the square and more of their number. Outlines of up to 500
+/// corners never do; larger ones do with about 250 000 crossings, or far fewer among tens of thousands of edges side by
+/// side or in one contour.
 ///
 /// Takes about a tenth of the time of the cutting.
 /// @param corners  finite ones

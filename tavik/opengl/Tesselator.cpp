@@ -1,6 +1,7 @@
 #include <tavik/opengl/Tesselator.h>
 
 #include <tavik/opengl/OutlineComplexity.h>
+#include <tavik/opengl/VectorProducts.h>
 
 #include <GL/glu.h>
 
@@ -11,6 +12,9 @@
 namespace Tavik::OpenGL {
 
 namespace {
+
+using Math::Vector3;
+using Corner = std::array<double, 3>;
 
 struct TessDeleter
 {
@@ -36,6 +40,56 @@ void combineOfGlu(double* coords, void** /*neighbours*/, float* weights, void** 
     double* vertex = nullptr;
     Tesselator::combineCB(coords, nullptr, weights, &vertex);
     *out = vertex;
+}
+
+// Whether the corners, seen from the first one, come one after the other within half a turn: then the triangles between
+// it and each two neighbours lie side by side.
+bool isFan(const std::vector<Vector3<float>>& corners)
+{
+    if (corners.size() < 3) {
+        return true;
+    }
+    const Vector3<double> first = difference(corners[1], corners[0]);
+    const Vector3<double> normal = crossProduct(first, difference(corners[2], corners[0]));
+    Vector3<double> previous = first;
+    for (std::size_t i = 2; i < corners.size(); ++i) {
+        const Vector3<double> direction = difference(corners[i], corners[0]);
+        if (dotProduct(normal, crossProduct(first, direction)) <= 0.0 ||
+            dotProduct(normal, crossProduct(previous, direction)) <= 0.0) {
+            return false;
+        }
+        previous = direction;
+    }
+    return true;
+}
+
+// @param corners  room for the vertices as GLU wants them
+void passContours(GLUtesselator* tess, const std::vector<Vector3<float>>& vertices,
+                  const std::vector<std::size_t>& contourStarts, std::vector<Corner>& corners)
+{
+    const auto pass = [&](std::size_t i) {
+        corners[i] = {vertices[i].x, vertices[i].y, vertices[i].z};
+        gluTessVertex(tess, corners[i].data(), corners[i].data());
+    };
+    const auto nextContour = [tess] {
+        gluTessEndContour(tess);
+        gluTessBeginContour(tess);
+    };
+    gluTessBeginContour(tess);
+    if (!isFan(vertices)) {
+        // GLU takes a small outline of one contour for a fan, even if it winds around an area twice, which would then
+        // be drawn twice. A contour of one corner in front of it keeps GLU from that.
+        pass(0);
+        nextContour();
+    }
+    auto contourStart = contourStarts.begin();
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        for (; contourStart != contourStarts.end() && *contourStart <= i; ++contourStart) {
+            nextContour();
+        }
+        pass(i);
+    }
+    gluTessEndContour(tess);
 }
 
 } // namespace
@@ -74,18 +128,8 @@ Tesselator::TessPolygon Tesselator::tesselate()
 
     mTessPolygon.mVertices.reserve(2 * mVertices.size()); // enough where no edges cross
     std::vector<Corner> corners(mVertices.size());        // GLU keeps their addresses until the end
-    auto nextContour = mContourStarts.begin();
     gluTessBeginPolygon(tess.get(), nullptr);
-    gluTessBeginContour(tess.get());
-    for (std::size_t i = 0; i < mVertices.size(); ++i) {
-        for (; nextContour != mContourStarts.end() && *nextContour <= i; ++nextContour) {
-            gluTessEndContour(tess.get());
-            gluTessBeginContour(tess.get());
-        }
-        corners[i] = {mVertices[i].x, mVertices[i].y, mVertices[i].z};
-        gluTessVertex(tess.get(), corners[i].data(), corners[i].data());
-    }
-    gluTessEndContour(tess.get());
+    passContours(tess.get(), mVertices, mContourStarts, corners);
     gluTessEndPolygon(tess.get());
     mAllocatedVertices.clear();
     return std::exchange(mTessPolygon, TessPolygon());

@@ -30,7 +30,8 @@ namespace Tavik::OpenGL {
 /// other way round, and is part of the area when it runs the same way. Corners should lie in one plane, any plane.
 ///
 /// Corners that are NaN or infinite are left out. Contours of fewer than three corners enclose nothing.
-/// An outline that would take minutes, because some hundred thousand of its edges cross each other, is not cut at all.
+/// An outline that would take minutes, because some hundred thousand of its edges cross, touch or lie on each other, or
+/// some thousand of a contour with tens of thousands, is not cut at all.
 ///
 /// Needs no OpenGL context. The working state is shared by all tesselators: only one of them may be at work at a time,
 /// so keep them to one thread.

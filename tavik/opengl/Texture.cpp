@@ -1,5 +1,6 @@
 #include <tavik/opengl/Texture.h>
 
+#include <tavik/opengl/FillDrawing.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/ImageBlob.h>
 #include <tavik/opengl/LineDrawing.h>
@@ -107,7 +108,7 @@ void Texture::render()
         mVertices.bind();
         drawStrips(GL_TRIANGLE_STRIP, StripSeparator, -1, mIndices.size());
     }
-    endTextures();
+    endFill();
 }
 
 template <typename Point>

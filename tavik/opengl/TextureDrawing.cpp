@@ -3,7 +3,6 @@
 #include <tavik/opengl/FillDrawing.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/MatrixStack.h>
-#include <tavik/opengl/VertexArray.h>
 
 #include <GL/glew.h>
 
@@ -40,12 +39,6 @@ void beginTextures(std::uint32_t program, Math::Vector4<float> color)
     gl.activateShader(program);
     gl.setFloatVar("color", color.x, color.y, color.z, color.w);
     enableBlending();
-}
-
-void endTextures()
-{
-    VertexArray::unbind();
-    GlHandler::instance().deactivateShader();
 }
 
 void drawStrip(std::size_t vertexCount)

@@ -31,11 +31,9 @@ private:
     unsigned int mTargets[MaximumCount] = {};
 };
 
-/// Activates a program that draws textures, with its colour, and blends with source alpha over what is there.
+/// Activates a program that draws textures, with its colour, and blends with source alpha over what is there; endFill()
+/// ends it.
 void beginTextures(std::uint32_t program, Math::Vector4<float> color);
-
-/// Unbinds vertex array and program. Check for errors of the drawing before: this drops them.
-void endTextures();
 
 /// Hands the current matrix to the program and draws the first vertices of the bound vertex array as one strip of
 /// triangles.

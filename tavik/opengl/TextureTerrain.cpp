@@ -1,5 +1,6 @@
 #include <tavik/opengl/TextureTerrain.h>
 
+#include <tavik/opengl/FillDrawing.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/ImageBlob.h>
 #include <tavik/opengl/StandardPrograms.h>
@@ -133,7 +134,7 @@ void TextureTerrain::render()
         drawStrip(mVertices.size());
     }
     GlHandler::checkError("TextureTerrain", Where);
-    endTextures();
+    endFill();
 }
 
 // The caller's ramp, or else the default one, which only a current context can make.

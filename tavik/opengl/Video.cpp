@@ -1,5 +1,6 @@
 #include <tavik/opengl/Video.h>
 
+#include <tavik/opengl/FillDrawing.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/StandardPrograms.h>
 #include <tavik/opengl/TextureDrawing.h>
@@ -106,7 +107,7 @@ void Video::render()
         mVertices.bind();
         drawStrip(mVertices.size());
     }
-    endTextures();
+    endFill();
 }
 
 } // namespace Tavik::OpenGL

@@ -109,6 +109,12 @@ TEST(Tesselator, FillsWhatTheContoursWindAround)
            {0.0f, 6.0f}}},
          6.0 * 9.0 + 3.0 * 6.0},
         {"pentagram, middle and all", {pentagram}, 112.26},
+        {"twice around the first corner",
+         {{{8.0f, 18.0f}, {16.0f, 14.0f}, {4.0f, 21.0f}, {19.0f, 7.0f}, {18.0f, 23.0f}}},
+         89.5385},
+        {"through the first corner",
+         {{{0.0f, 0.0f}, {2.0f, 0.0f}, {2.0f, 2.0f}, {0.0f, 0.0f}, {2.0f, 0.0f}, {2.0f, 2.0f}}},
+         2.0},
         {"hole", {square(0.0f, 0.0f, 10.0f), turnedRound(square(2.0f, 2.0f, 5.0f))}, 75.0},
         {"no hole the same way round", {square(0.0f, 0.0f, 10.0f), square(2.0f, 2.0f, 5.0f)}, 100.0},
         {"island in a hole",
@@ -157,6 +163,14 @@ TEST(Tesselator, HostileOutlinesEndSoon)
         coast.emplace_back(static_cast<float>(radius * std::sin(angle)), static_cast<float>(radius * std::cos(angle)));
     }
     EXPECT_NEAR(area(cut({coast})), M_PI * 1000.0 * 900.0, 100.0);
+    Points shuttle = {{0.0f, 1.0f}}; // to and fro along one line
+    std::vector<Points> cells;       // as many edges that lie on each other, but only two and two
+    for (int i = 0; i < 4000; ++i) {
+        shuttle.emplace_back(static_cast<float>(i * 7919 % 4000), 0.0f);
+        cells.push_back(square(static_cast<float>(i % 64), static_cast<float>(i / 64), 1.0f));
+    }
+    EXPECT_TRUE(cut({shuttle}).primitives().empty());
+    EXPECT_NEAR(area(cut(cells)), 4000.0, 1e-3);
 
     constexpr float Huge = std::numeric_limits<float>::max();
     constexpr float Tiny = std::numeric_limits<float>::denorm_min();
@@ -300,8 +314,9 @@ TEST_F(FilledShapesTest, PatternIsFixedToTheWindow)
         for (const double shift : {60.0, 67.0}) {
             const Picture drawn = drawnAt(shift, shift);
             for (int y = 20; y < 100; ++y) {
+                const std::uint32_t row = rows[static_cast<std::size_t>(y) % rows.size()];
                 for (int x = 20; x < 100; ++x) {
-                    ASSERT_EQ(isLit(drawn, x, y), ((rows[y % 32] >> (x % 32)) & 1) != 0) << x << ", " << y;
+                    ASSERT_EQ(isLit(drawn, x, y), ((row >> (x % 32)) & 1) != 0) << x << ", " << y;
                 }
             }
         }

@@ -16,7 +16,7 @@ const float SoftEdge = 0.3;
 void main()
 {
     if (lineStipple != 0) {
-        int bit = int(mod(positionG, 32.0));
+        int bit = int(mod(positionG, 32.0)) & 31; // just below 0, mod() rounds up to 32
         if (((lineStipple >> bit) & 1) == 0) {
             discard;
         }
