@@ -183,41 +183,21 @@ const Property::Value* Property::find(std::string_view key) const
     return found != mIndex.end() ? &found->second->second : nullptr;
 }
 
-/// Without recursion, since a caller's element may nest as deep as it likes.
 /// @param expected  where the first key may be; a file lists its keys in their order, each behind the last
 /// @return the place behind the last entry stored
 Property::Values::iterator Property::readTree(Values::iterator expected, const TiXmlElement& top,
                                               const std::string& prefix)
 {
-    std::string key = prefix; // of the groups around the element
-    std::string value;
     std::string line;
-    const TiXmlElement* element = &top;
-    for (;;) {
-        if (isProperty(*element)) {
-            const std::size_t prefixLength = key.size();
-            readProperty(*element, key, value);
-            const auto entry = entryOf(key, expected);
-            entry->second.assign(value);
-            const bool last = entry == std::prev(mProperties.end()); // from which std::next climbs through the tree
-            expected = last ? mProperties.end() : std::next(entry);
-            line.assign("Property <").append(key).append("> <").append(value).append(">\n");
-            std::fwrite(line.data(), 1, line.size(), stdout);
-            key.resize(prefixLength);
-        } else if (const TiXmlElement* child = element->FirstChildElement()) {
-            key.append(element->ValueStr()).append(1, '.');
-            element = child;
-            continue;
-        }
-        while (element != &top && element->NextSiblingElement() == nullptr) {
-            element = element->Parent()->ToElement();
-            key.resize(key.size() - element->ValueStr().size() - 1);
-        }
-        if (element == &top) {
-            return expected;
-        }
-        element = element->NextSiblingElement();
-    }
+    forEachProperty(top, prefix, [&](const std::string& key, const std::string& value) {
+        const auto entry = entryOf(key, expected);
+        entry->second.assign(value);
+        const bool last = entry == std::prev(mProperties.end()); // from which std::next climbs through the tree
+        expected = last ? mProperties.end() : std::next(entry);
+        line.assign("Property <").append(key).append("> <").append(value).append(">\n");
+        std::fwrite(line.data(), 1, line.size(), stdout);
+    });
+    return expected;
 }
 
 } // namespace Tavik::Misc

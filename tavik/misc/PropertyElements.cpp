@@ -130,13 +130,13 @@ TiXmlElement* appendNew(TiXmlNode& parent, const std::string& name)
     return element;
 }
 
-} // namespace
-
+/// And no group.
 bool isProperty(const TiXmlElement& element)
 {
     return std::string_view(element.ValueStr()) == PropertyName;
 }
 
+/// Appends a property's key, and tells its value, each cut to what is stored of it.
 void readProperty(const TiXmlElement& element, std::string& key, std::string& value)
 {
     const std::string* keyText = nullptr;
@@ -155,6 +155,36 @@ void readProperty(const TiXmlElement& element, std::string& key, std::string& va
     value.clear();
     appendText(key, keyText, percent);
     appendText(value, valueText, percent);
+}
+
+} // namespace
+
+void forEachProperty(const TiXmlElement& top, const std::string& prefix,
+                     const std::function<void(const std::string& key, const std::string& value)>& take)
+{
+    std::string key = prefix; // of the groups around the element
+    std::string value;
+    const TiXmlElement* element = &top;
+    for (;;) {
+        if (isProperty(*element)) {
+            const std::size_t prefixLength = key.size();
+            readProperty(*element, key, value);
+            take(key, value);
+            key.resize(prefixLength);
+        } else if (const TiXmlElement* child = element->FirstChildElement()) {
+            key.append(element->ValueStr()).append(1, '.');
+            element = child;
+            continue;
+        }
+        while (element != &top && element->NextSiblingElement() == nullptr) {
+            element = element->Parent()->ToElement();
+            key.resize(key.size() - element->ValueStr().size() - 1);
+        }
+        if (element == &top) {
+            return;
+        }
+        element = element->NextSiblingElement();
+    }
 }
 
 PropertyElements::PropertyElements(TiXmlDocument& document) : mRoot(appendNew(document, RootName)) {}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -11,11 +11,11 @@ class TiXmlElement;
 /// Properties as elements of an XML document.
 namespace Tavik::Misc {
 
-/// Whether this is a property and no group.
-bool isProperty(const TiXmlElement& element);
-
-/// Appends a property's key, and tells its value, each cut to what is stored of it.
-void readProperty(const TiXmlElement& element, std::string& key, std::string& value);
+/// Tells the full keys and the values of one element, in the order of the document: itself where it is a property, else
+/// those in it at any depth. Without recursion, since a caller's element may nest as deep as it likes.
+/// @param prefix  what the keys begin with, its dot included; empty for none
+void forEachProperty(const TiXmlElement& top, const std::string& prefix,
+                     const std::function<void(const std::string& key, const std::string& value)>& take);
 
 /// Builds the document of all properties.
 class PropertyElements
