@@ -4,12 +4,18 @@
 #include <tavik/network/Network.h>
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 
+#include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <thread>
 
 using Tavik::Network::NetworkAdapter;
@@ -72,6 +78,53 @@ private:
     std::thread mThread;
 };
 
+/// Python's own server, a process that lasts as long as the object.
+class PackagedServer
+{
+public:
+    PackagedServer(const std::string& folder, const char* protocol) : mProcess(fork())
+    {
+        if (mProcess == 0) {
+            const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC); // for its log
+            dup2(nowhere, STDOUT_FILENO);
+            dup2(nowhere, STDERR_FILENO);
+            execl(TAVIK_PYTHON, TAVIK_PYTHON, "-m", "http.server", "80", "--bind", "127.0.0.1", "--protocol", protocol,
+                  "--directory", folder.c_str(), static_cast<char*>(nullptr));
+            _exit(EXIT_FAILURE);
+        }
+    }
+
+    ~PackagedServer()
+    {
+        if (mProcess > 0) {
+            kill(mProcess, SIGKILL);
+            waitpid(mProcess, nullptr, 0);
+        }
+    }
+
+    PackagedServer(const PackagedServer&) = delete;
+    PackagedServer& operator=(const PackagedServer&) = delete;
+
+    /// Waits until it listens; not when it has ended.
+    bool isUp()
+    {
+        for (int i = 0; i < 1000 && mProcess > 0; ++i) {
+            SocketTcp probe;
+            if (probe.createTcpClientSocket(Loopback, HttpPort)) {
+                return probe.closeConnection() == 0;
+            }
+            if (waitpid(mProcess, nullptr, WNOHANG) == mProcess) {
+                mProcess = -1;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return false;
+    }
+
+private:
+    pid_t mProcess;
+};
+
 std::string contentOf(const std::string& file)
 {
     std::ifstream stream(file, std::ios::binary);
@@ -81,6 +134,17 @@ std::string contentOf(const std::string& file)
 bool exists(const std::string& file)
 {
     return access(file.c_str(), F_OK) == 0;
+}
+
+/// Downloads end at a pause of 50 ms, which a server may well make on a busy machine.
+template <typename Attempt>
+bool soon(Attempt succeeds)
+{
+    bool done = false;
+    for (int i = 0; i < 50 && !done; ++i) {
+        done = succeeds();
+    }
+    return done;
 }
 
 } // namespace
@@ -189,4 +253,42 @@ TEST(NetworkTest, saysWhenADownloadFails)
     }
     EXPECT_FALSE(Net().getFileHttp("127.0.0.1/a\r\nX: y", directory.path() + "/b"));
     EXPECT_FALSE(exists(directory.path() + "/b"));
+}
+
+/// From a server that closes the connection behind a file, and from one that keeps it open.
+TEST(NetworkTest, downloadsFromAPackagedServer)
+{
+    const Tavik::Support::TemporaryDirectory folder;
+    std::string bytes(300'000, '\0');
+    std::generate(bytes.begin(), bytes.end(),
+                  [random = std::mt19937(4)]() mutable { return static_cast<char>(random()); });
+    ASSERT_EQ(mkdir((folder.path() + "/sub").c_str(), 0755), 0);
+    std::ofstream(folder.path() + "/sub/bytes.bin", std::ios::binary) << bytes;
+    std::ofstream(folder.path() + "/empty") << "";
+    for (const char* protocol : {"HTTP/1.0", "HTTP/1.1"}) {
+        SocketTcpServer probe;
+        if (std::string(TAVIK_PYTHON).empty() || !probe.init(HttpPort)) {
+            GTEST_SKIP() << "there is no python3, or port 80 cannot be bound";
+        }
+        probe.closeConnection();
+        PackagedServer server(folder.path(), protocol);
+        if (!server.isUp()) {
+            GTEST_SKIP() << "this python3 has no server of " << protocol;
+        }
+        const Tavik::Support::TemporaryDirectory target;
+        bool answered = false;
+        const auto download = [&](const std::string& path) {
+            const std::string file = target.path() + "/got/" + path;
+            answered = Net().getFileHttp("http://127.0.0.1/" + path, file);
+            return contentOf(file);
+        };
+        EXPECT_TRUE(soon([&] {
+            const std::string got = download("sub/bytes.bin");
+            EXPECT_EQ(bytes.compare(0, got.size(), got), 0) << "never anything but their begin";
+            return got == bytes;
+        })) << protocol;
+        EXPECT_TRUE(soon([&] { return download("missing").find("404") != std::string::npos; })) << "an error page";
+        EXPECT_TRUE(soon([&] { return download("empty").empty() && answered; }));
+        EXPECT_FALSE(exists(target.path() + "/got/empty")) << "a file without a byte is none";
+    }
 }
