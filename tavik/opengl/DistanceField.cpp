@@ -1,5 +1,7 @@
 #include <tavik/opengl/DistanceField.h>
 
+#include <tavik/opengl/AtlasField.h>
+
 #include <tavik/math/Vector2.h>
 
 #include <algorithm>
@@ -24,9 +26,12 @@ constexpr float NowhereCoordinate = 1e19f;
 
 constexpr float FarthestSquared = 1e37f;
 
-// How far beyond the radius edge points are handed on. What is farther cannot be told from the radius in the result,
-// and one pixel suffices to reach every pixel within it: the way there need not be straight.
-constexpr float ReachBeyondRadius = 2.0f;
+// How far edge points are handed on. On its way to a pixel that it is nearest to, one may pass pixels much farther from
+// it, round those that other edge points are nearer to: only an unlimited reach finds all.
+constexpr float UnlimitedReach = 1e19f;
+
+// For atlases: rare ways round are lost, for a third less time.
+constexpr float AtlasReachBeyondRadius = 2.0f;
 
 constexpr int BitsPerWord = 32;
 
@@ -308,6 +313,31 @@ void writeField(unsigned char* out, std::ptrdiff_t outStride, float radius, cons
     }
 }
 
+void buildField(unsigned char* out, std::ptrdiff_t outStride, float radius, const Picture& picture, unsigned char* work,
+                float reach)
+{
+    Field field(work, picture.width, picture.height, reach);
+    if (picture.hasInterior()) {
+        const Field::Mask a = field.mask(0);
+        const Field::Mask b = field.mask(1);
+        field.clear(a);
+        seedEdges(picture, field, a);
+        field.copy(a, b); // neither direction has seen the seeds
+        spreadEdges(field, a, b);
+    }
+    writeField(out, outStride, radius, picture, field);
+}
+
+// Null where there is no memory for it; sizes are above 0.
+std::unique_ptr<unsigned char[]> allocateWork(int width, int height)
+{
+    const std::size_t pixelCount = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    if (pixelCount > static_cast<std::size_t>(PTRDIFF_MAX) / WorkBytes) {
+        return nullptr;
+    }
+    return std::unique_ptr<unsigned char[]>(new (std::nothrow) unsigned char[pixelCount * WorkBytes]);
+}
+
 } // namespace
 
 int sdfBuildDistanceField(unsigned char* out, int outStride, float radius, const unsigned char* image, int width,
@@ -316,11 +346,7 @@ int sdfBuildDistanceField(unsigned char* out, int outStride, float radius, const
     if (width < 1 || height < 1) {
         return 1;
     }
-    const std::size_t pixelCount = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-    if (pixelCount > static_cast<std::size_t>(PTRDIFF_MAX) / WorkBytes) {
-        return 0;
-    }
-    const std::unique_ptr<unsigned char[]> work(new (std::nothrow) unsigned char[pixelCount * WorkBytes]);
+    const std::unique_ptr<unsigned char[]> work = allocateWork(width, height);
     if (work == nullptr) {
         return 0;
     }
@@ -334,17 +360,7 @@ void sdfBuildDistanceFieldNoAlloc(unsigned char* out, int outStride, float radiu
     if (width < 1 || height < 1) {
         return;
     }
-    const Picture picture = {image, width, height, stride};
-    Field field(work, width, height, std::abs(radius) + ReachBeyondRadius);
-    if (picture.hasInterior()) {
-        const Field::Mask a = field.mask(0);
-        const Field::Mask b = field.mask(1);
-        field.clear(a);
-        seedEdges(picture, field, a);
-        field.copy(a, b); // neither direction has seen the seeds
-        spreadEdges(field, a, b);
-    }
-    writeField(out, outStride, radius, picture, field);
+    buildField(out, outStride, radius, {image, width, height, stride}, work, UnlimitedReach);
 }
 
 void sdfCoverageToDistanceField(unsigned char* out, int outStride, const unsigned char* image, int width, int height,
@@ -369,3 +385,15 @@ void sdfCoverageToDistanceField(unsigned char* out, int outStride, const unsigne
         }
     }
 }
+
+namespace Tavik::OpenGL {
+
+void buildAtlasField(unsigned char* pixels, int width, int height, float radius)
+{
+    const std::unique_ptr<unsigned char[]> work = allocateWork(width, height);
+    if (work != nullptr) {
+        buildField(pixels, width, radius, {pixels, width, height, width}, work.get(), radius + AtlasReachBeyondRadius);
+    }
+}
+
+} // namespace Tavik::OpenGL

@@ -1,7 +1,7 @@
 #include <tavik/opengl/TextureFontSdf.h>
 
+#include <tavik/opengl/AtlasField.h>
 #include <tavik/opengl/CoverageTexture.h>
-#include <tavik/opengl/DistanceField.h>
 #include <tavik/opengl/FontFile.h>
 #include <tavik/opengl/FontRegistry.h>
 #include <tavik/opengl/GlHandler.h>
@@ -85,7 +85,7 @@ unsigned int TextureFontSdf::createGlyphTexture(const char* data, int dataSize, 
         return 0;
     }
     unsigned char* pixels = atlas.pixels.get();
-    sdfBuildDistanceField(pixels, atlas.width, FieldRadius, pixels, atlas.width, atlas.height, atlas.width);
+    buildAtlasField(pixels, atlas.width, atlas.height, FieldRadius);
     clear();
     font.texture = createAlphaTexture(pixels, atlas.width, atlas.height);
     return font.texture;

@@ -260,6 +260,7 @@ TEST(DistanceField, EqualsThePlainFormByteByByte)
     std::fill(uniform.pixels.begin(), uniform.pixels.end(), static_cast<unsigned char>(255));
     std::vector<Case> cases = {{"glyphs", glyphImage(), 8.0f},
                                {"glyphs, wide", glyphImage(), 30.0f},
+                               {"glyphs, the way round", glyphImage(), 5.0f},
                                {"full", uniform, 8.0f},
                                {"empty", Image(40, 40), 8.0f},
                                {"too low", randomImage(1, 40, 2, 0, 50), 8.0f},
@@ -269,9 +270,9 @@ TEST(DistanceField, EqualsThePlainFormByteByByte)
     // Dense, and so sparse that edge points travel far; widths around the words of the change masks.
     for (unsigned int i = 0; i < 40; ++i) {
         const int empty[] = {0, 60, 97, 100};
+        const float radii[] = {8.0f, 25.0f, 1.0f, 3.5f};
         const int width = 3 + int(i * 37 % 131);
-        cases.push_back(
-            {"random", randomImage(i, width, 60, width + int(i % 3), empty[i % 4]), i % 2 == 0 ? 8.0f : 25.0f});
+        cases.push_back({"random", randomImage(i, width, 60, width + int(i % 3), empty[i % 4]), radii[i / 4 % 4]});
     }
     for (Case& c : cases) {
         const Image expected = plainField(c.image, c.radius);
