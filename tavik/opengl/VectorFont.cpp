@@ -267,7 +267,8 @@ const CHARDEF_STRUCT* VectorFont::readGlyph(const CHARDEF_STRUCT* data, Glyph& g
         if (glyph.vertexCount % 2 == 0) {
             mGlyphBlocks.emplace_back();
         }
-        float* point = mGlyphBlocks.back().points + glyph.vertexCount % 2 * 2;
+        const bool isSecond = glyph.vertexCount % 2 != 0;
+        float* point = mGlyphBlocks.back().points + (isSecond ? 2 : 0);
         point[0] = record.x;
         point[1] = record.y;
         indexAt(glyph, glyph.indexCount++) = glyph.vertexCount;
