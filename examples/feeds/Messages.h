@@ -41,6 +41,13 @@ constexpr float LargestSpeedMetresPerSecond = 10'000.0f;
 /// The type in the header of a message that carries Traffic.
 constexpr std::uint32_t TrafficMessage = 1;
 
+/// The type of one without a payload, which comes each second: an empty sky is no lost feed.
+constexpr std::uint32_t HeartbeatMessage = 2;
+
+/// Where they go, unless told otherwise.
+constexpr int OwnShipPort = 4100; // UDP
+constexpr int TrafficPort = 4101; // TCP
+
 constexpr std::size_t MovementBytes = 32;
 constexpr std::size_t CallsignBytes = 8;                                // filled up with NUL
 constexpr std::size_t OwnShipBytes = 4 + 4 + MovementBytes;             // "TVOS", sequence, movement

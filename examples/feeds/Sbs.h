@@ -8,6 +8,8 @@
 /// The lines of text that receivers for aircraft transponders serve on TCP port 30003: "MSG,3,…".
 namespace Feeds {
 
+constexpr int SbsPort = 30003;
+
 /// What one transmission of an aircraft told. Which values are there depends on its kind; the others are absent.
 struct SbsMessage
 {

@@ -4,7 +4,6 @@
 #include <moving_map/Symbols.h>
 #include <tavik/opengl/MatrixStack.h>
 
-#include <algorithm>
 #include <vector>
 
 namespace MovingMap {
@@ -39,22 +38,30 @@ void AircraftLayer::render(const Scene& scene)
     Tavik::OpenGL::MatrixPush();
     Tavik::OpenGL::MatrixTranslate(place.x, place.y, 0.0);
     Tavik::OpenGL::MatrixRotate(scene.view.up() - scene.aircraft.trackDegrees, 0.0, 0.0, 1.0);
-    applyPen(mTrack, {scene.colors.projectedTrack, 2.6f, Dashes});
-    mTrack.render(-1);
-    applyPen(mMinutes, {scene.colors.projectedTrack, 2.6f});
-    mMinutes.render();
+    if (!scene.isAircraftLost) {
+        applyPen(mTrack, {scene.colors.projectedTrack, 2.6f, Dashes});
+        mTrack.render(-1);
+        applyPen(mMinutes, {scene.colors.projectedTrack, 2.6f});
+        mMinutes.render();
+    }
     applyPen(mOutline, {Palette::Casing, 5.0f});
     mOutline.render(1.0);
-    mSymbol.setColor(scene.colors.aircraft);
-    mSymbol.render();
+    if (scene.isAircraftLost) {
+        applyPen(mOutline, {Palette::Attention, 2.0f});
+        mOutline.render(1.0);
+    } else {
+        mSymbol.setColor(scene.colors.aircraft);
+        mSymbol.render();
+    }
     Tavik::OpenGL::MatrixPop();
 }
 
 void AircraftLayer::buildTrack(float minute)
 {
     mTrack.clearVertex();
-    mTrack.addLineStrip(
-        std::vector<Pixel>{{0.0f, SymbolSize}, {0.0f, std::max(minute * ProjectedMinutes, SymbolSize)}});
+    if (minute * ProjectedMinutes > SymbolSize) {
+        mTrack.addLineStrip(std::vector<Pixel>{{0.0f, SymbolSize}, {0.0f, minute * ProjectedMinutes}});
+    }
     mMinutes.clearVertex();
     for (int i = 1; i <= ProjectedMinutes; ++i) {
         const float mark = minute * static_cast<float>(i);

@@ -9,6 +9,7 @@
 namespace MovingMap {
 
 /// The aircraft on the map, and the track that it will follow if it flies straight on, with a mark for each minute.
+/// One whose feed is lost is hollow, and no track is promised.
 ///
 /// Both are made with the nose up and turned by their matrix; the track is made anew only when its length changes.
 class AircraftLayer

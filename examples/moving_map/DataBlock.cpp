@@ -31,6 +31,7 @@ constexpr float ColumnStep = 124.0f;
 constexpr std::size_t LongestName = 40; // far more characters than fit
 
 constexpr int HighestSeconds = 99 * 3600;
+constexpr double SlowestMetresPerSecond = 1.0; // with a time to the next fix
 
 int wholeDegrees(double degrees)
 {
@@ -95,7 +96,9 @@ DataBlock::Figures DataBlock::figures(const Scene& scene)
     figures.fix = scene.nextFix;
     figures.bearingDegrees = wholeDegrees(planeCourse(scene.aircraft.position, ahead.position));
     figures.tenthMiles = static_cast<int>(std::lround(10.0 * metres / MetresPerNauticalMile));
-    figures.seconds = static_cast<int>(std::min(metres / scene.speedMetresPerSecond, HighestSeconds * 1.0));
+    if (scene.speedMetresPerSecond >= SlowestMetresPerSecond) {
+        figures.seconds = static_cast<int>(std::min(metres / scene.speedMetresPerSecond, HighestSeconds * 1.0));
+    }
     figures.top = static_cast<float>(scene.view.height()) - Margin;
     return figures;
 }
@@ -108,7 +111,7 @@ void DataBlock::write(const Figures& figures, const std::string& fixName)
     writeFigure(0, 0, "GS", formatted("%d kt", figures.speedKnots));
     writeFigure(1, 0, "TRK", formatted("%03d\xB0", figures.trackDegrees));
     writeFigure(0, 1, "ALT", figures.altitudeFeet ? formatted("%d ft", *figures.altitudeFeet) : "---");
-    writeFigure(1, 1, "ETE", timeText(figures.seconds));
+    writeFigure(1, 1, "ETE", figures.seconds ? timeText(*figures.seconds) : "---");
     writeFigure(0, 3, "BRG", formatted("%03d\xB0", figures.bearingDegrees));
     writeFigure(1, 3, "DIS", formatted("%d.%d NM", figures.tenthMiles / 10, figures.tenthMiles % 10));
 

@@ -35,8 +35,8 @@ private:
         std::size_t fix = 0;
         int bearingDegrees = 0;
         int tenthMiles = 0;
-        int seconds = 0;
-        float top = 0.0f; // of the block, in pixels of the map
+        std::optional<int> seconds; // nothing for one that stands still
+        float top = 0.0f;           // of the block, in pixels of the map
 
         bool operator==(const Figures& b) const;
     };

@@ -4,6 +4,7 @@
 #include <moving_map/Units.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace MovingMap {
 
@@ -18,29 +19,55 @@ constexpr float TrackUpAnchor = 0.30f;
 
 constexpr std::size_t DeliveriesPerFrame = 2;
 
+constexpr double LargestLatitude = 85.0; // of the plane map
+
 } // namespace
 
 Display::Display(const Route& route, const RoutePath& path, TerrainWorker& worker, const MapColors& colors)
-    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0, 0, {}, colors}, mTerrain(worker),
-      mProfile(path, worker), mAirspaceLayer(route), mDataBlock(colors), mCamera(worker, colors),
+    : mWorker(worker), mScene{route, path, mView, {}, 0.0, 0.0, 0.0, 1.0, 0, {}, colors}, mProgress(path),
+      mTerrain(worker), mProfile(path, worker), mAirspaceLayer(route), mDataBlock(colors), mCamera(worker, colors),
       mLabels(route, path, colors), mProfileLabels(path, colors)
 {}
 
-void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels)
+void Display::update(const DisplaySettings& settings, const Simulation& simulation, int widthPixels, int heightPixels,
+                     const FeedPicture& feeds)
 {
-    mScene.aircraft = simulation.state();
-    mScene.distanceMetres = simulation.distanceMetres();
+    if (feeds.ownShip) {
+        follow(*feeds.ownShip);
+    } else {
+        follow(simulation);
+    }
+    mScene.isAircraftLost = feeds.isOwnShipLost;
     mScene.nextFix = mScene.path.nextFix(mScene.distanceMetres);
-    mScene.altitudeMetres = simulation.altitudeMetres();
-    mScene.speedMetresPerSecond = simulation.speedMetresPerSecond();
     mScene.rangeMetres = settings.rangeMiles * MetresPerNauticalMile;
     mScene.layers = settings.layers;
     arrange(settings, widthPixels, heightPixels);
-    placeLabels();
+    mTrafficLayer.update(mScene, feeds.traffic);
+    placeLabels(feeds.isLost);
 
     mWorker.deliver(DeliveriesPerFrame);
     mTerrain.update(mView);
     mProfile.update(ProfileChart::begin(mScene), ProfileChart::end(mScene));
+}
+
+void Display::follow(const Simulation& simulation)
+{
+    mScene.aircraft = simulation.state();
+    mScene.distanceMetres = simulation.distanceMetres();
+    mScene.altitudeMetres = simulation.altitudeMetres();
+    mScene.speedMetresPerSecond = simulation.speedMetresPerSecond();
+}
+
+void Display::follow(const Motion& ownShip)
+{
+    Position position = ownShip.position;
+    position.latDegrees = std::clamp(position.latDegrees, -LargestLatitude, LargestLatitude);
+    mScene.distanceMetres = mProgress.update(position);
+    mScene.aircraft = mScene.path.at(mScene.distanceMetres);
+    mScene.aircraft.position = position;
+    mScene.aircraft.trackDegrees = ownShip.trackDegrees.value_or(mScene.aircraft.trackDegrees);
+    mScene.altitudeMetres = ownShip.altitudeMetres.value_or(std::numeric_limits<double>::quiet_NaN());
+    mScene.speedMetresPerSecond = ownShip.speedMetresPerSecond.value_or(0.0);
 }
 
 void Display::arrange(const DisplaySettings& settings, int widthPixels, int heightPixels)
@@ -66,12 +93,13 @@ void Display::arrange(const DisplaySettings& settings, int widthPixels, int heig
     mView.setUp(settings.trackUp ? mScene.aircraft.trackDegrees : 0.0);
 }
 
-void Display::placeLabels()
+void Display::placeLabels(const PerFeed<bool>& lostFeeds)
 {
     mCovered.clear();
     mDataBlock.update(mScene, mScene.layers.shows(Layer::Figures));
+    mLostFeeds.update(mScene, lostFeeds, mDataBlock.box());
     mCamera.update(mScene, mScene.layers.shows(Layer::Camera));
-    for (const std::optional<Box>& box : {mDataBlock.box(), mCamera.box()}) {
+    for (const std::optional<Box>& box : {mDataBlock.box(), mLostFeeds.box(), mCamera.box()}) {
         if (box) {
             mCovered.push_back(*box);
         }
@@ -103,9 +131,11 @@ void Display::render()
     if (mScene.layers.shows(Layer::Compass)) {
         mCompassLayer.render(mScene);
     }
-    mAircraftLayer.render(mScene);
     mLabels.render();
+    mTrafficLayer.render();
+    mAircraftLayer.render(mScene);
     mDataBlock.render();
+    mLostFeeds.render();
     mCamera.render();
     if (mScene.layers.shows(Layer::Profile)) {
         mProfileChart.render(mScene, mProfile, mProfileArea);

@@ -19,16 +19,20 @@ struct Parameter
     const char* defaultValue;
 };
 
-constexpr std::array<Parameter, 9> Parameters = {{
+constexpr std::array<Parameter, 13> Parameters = {{
     {"--frames", "number of frames to draw, 1/60 s of flight apart, without a visible window", ""},
+    {"--nmea", "UDP port for NMEA 0183 sentences of a satellite receiver, 1 to 65535", ""},
+    {"--own-ship", "UDP port for the own ship's positions from traffic_feed, 1 to 65535", ""},
     {"--plan", "flight plan file", ""},
     {"--range", "miles from the aircraft to the outer ring, 1 to 320", "20"},
+    {"--sbs", "HOST or HOST:PORT of a transponder receiver's lines, port 30003 if not told", ""},
     {"--screenshot", "PNG file for the last frame, drawn without a visible window", ""},
     {"--settings", "file of the settings, also for --frames and --screenshot", ""},
     {"--size", "width and height of the window in pixels, 64 to 8192 each", "1280x800"},
     {"--speed", "times faster than real time, 0.0625 to 256", "1"},
     {"--terrain", "folder of DTED level 1 or zipped SRTM tiles", ""},
     {"--time", "seconds of flight before the first frame, 0 to 1000000", "0"},
+    {"--traffic", "HOST or HOST:PORT of traffic_feed's other aircraft, port 4101 if not told", ""},
 }};
 
 constexpr int MostFrames = 1'000'000;
@@ -145,6 +149,14 @@ bool overrideSettings(Settings& settings, std::string& error)
         display.layers.show(Layer::Camera, false);
     }
     NumberReader numbers(error);
+    FeedSources& feeds = settings.feeds;
+    numbers.read("--own-ship", 1, LargestPort, feeds.ownShipPort);
+    numbers.read("--nmea", 1, LargestPort, feeds.nmeaPort);
+    for (const auto& [name, server] : {std::pair("--traffic", &feeds.traffic), std::pair("--sbs", &feeds.sbs)}) {
+        if (isGiven(name)) {
+            *server = valueOf(name);
+        }
+    }
     numbers.readSize("--size", settings.widthPixels, settings.heightPixels);
     numbers.read("--range", SmallestRangeMiles, LargestRangeMiles, display.rangeMiles);
     return error.empty();
@@ -190,6 +202,8 @@ void printHelp()
               "\n"
               "Without --terrain the map shows an invented region, whose tiles are made at the first start.\n"
               "Without --plan the aircraft flies a plan laid out for the terrain.\n"
+              "With --own-ship or --nmea the aircraft is where that feed tells; --traffic and --sbs show others about\n"
+              "it. With a feed, frames that are not shown in a window are drawn 60 a second.\n"
               "Where there is no display, the map is drawn into moving_map.png.");
 }
 

@@ -51,6 +51,9 @@ constexpr Color Frame(0.30f, 0.36f, 0.42f, 1.0f);
 constexpr Color Grid(0.16f, 0.20f, 0.24f, 1.0f);
 constexpr Color Casing(0.02f, 0.03f, 0.04f, 0.75f); // dark edge beneath lines that cross the contours
 constexpr Color SeaLevel(0.26f, 0.55f, 0.88f, 1.0f);
+constexpr Color Traffic(0.55f, 1.0f, 1.0f, 1.0f);
+constexpr Color OldTraffic(0.52f, 0.66f, 0.68f, 1.0f);
+constexpr Color Attention(1.0f, 0.69f, 0.0f, 1.0f); // what the pilot should look at
 
 constexpr Color Panel(0.02f, 0.03f, 0.045f, 0.86f); // below figures on the map
 constexpr Color RangeText(0.74f, 0.86f, 0.96f, 1.0f);

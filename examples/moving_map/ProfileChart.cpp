@@ -75,6 +75,8 @@ private:
     bool mIsEmpty = true;
 };
 
+constexpr double HighestAircraftMetres = 20'000.0; // which the chart makes room for
+
 } // namespace
 
 ProfileChart::ProfileChart()
@@ -153,6 +155,9 @@ void ProfileChart::setScale(const Scene& scene)
         if (fix.distanceMetres > mBegin && fix.distanceMetres < mEnd) {
             include(fix.distanceMetres);
         }
+    }
+    if (scene.altitudeMetres < HighestAircraftMetres) { // where it does not fly as planned
+        highest = std::max(highest, scene.altitudeMetres);
     }
     mTop = highest * HeadRoom;
 }
@@ -266,7 +271,7 @@ void ProfileChart::addPlan(Tavik::OpenGL::LineStrips& lines, const RoutePath& pa
 /// A route without planned heights shows where its fixes lie, and nothing of how high it is flown.
 void ProfileChart::buildPlan(const Scene& scene)
 {
-    const bool hasHeights = !std::isnan(scene.altitudeMetres);
+    const bool hasHeights = scene.path.hasAltitudes();
     mPlan.clearVertex();
     mActivePlan.clearVertex();
     if (hasHeights) {

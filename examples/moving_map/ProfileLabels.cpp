@@ -115,11 +115,13 @@ void ProfileLabels::writeDistances(const Scene& scene, const ProfileChart& chart
 void ProfileLabels::writeFixes(const Scene& scene, const ProfileChart& chart, const Area& area)
 {
     const std::vector<PathFix>& fixes = scene.path.fixes();
-    const bool hasHeights = !std::isnan(scene.altitudeMetres);
+    const bool hasHeights = scene.path.hasAltitudes();
     const auto placeOf = [&](double distance) {
         return Pixel(chart.toX(distance), hasHeights ? chart.toY(scene.path.altitudeMetres(distance)) : LowestY);
     };
-    mPlacement.addObstacle(Box::about(placeOf(scene.distanceMetres), Pixel(2.0f, 2.0f) * AircraftRadius));
+    const bool hasPlace = !std::isnan(scene.altitudeMetres);
+    const Pixel aircraft(chart.toX(scene.distanceMetres), hasPlace ? chart.toY(scene.altitudeMetres) : LowestY);
+    mPlacement.addObstacle(Box::about(aircraft, Pixel(2.0f, 2.0f) * AircraftRadius));
     std::size_t shown = 0;
     for (std::size_t i = 0; i < fixes.size(); ++i) {
         mFixes[i].places.clear();

@@ -49,6 +49,8 @@ public:
     /// the route has one.
     double altitudeMetres(double distanceMetres) const;
 
+    bool hasAltitudes() const { return !mAltitudes.empty(); }
+
     double length() const { return mPoints.back().distanceMetres; }
 
     /// At least two, in the order in which they are flown.

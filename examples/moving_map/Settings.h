@@ -1,6 +1,7 @@
 #pragma once
 
 #include <moving_map/DisplaySettings.h>
+#include <moving_map/FeedSources.h>
 #include <moving_map/Palette.h>
 
 #include <functional>
@@ -19,6 +20,7 @@ struct Settings
     int widthPixels = 1280;
     int heightPixels = 800;
     MapColors colors;
+    FeedSources feeds; ///< from the command line only
 };
 
 /// One of the settings, as it stands in the file.

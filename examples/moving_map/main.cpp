@@ -1,6 +1,8 @@
 #include <moving_map/BuiltInPlan.h>
 #include <moving_map/Controls.h>
 #include <moving_map/Display.h>
+#include <moving_map/FeedSources.h>
+#include <moving_map/FeedWorker.h>
 #include <moving_map/FrameStatistics.h>
 #include <moving_map/Options.h>
 #include <moving_map/PlanLayout.h>
@@ -14,10 +16,12 @@
 
 #include <GL/gl.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <thread>
 
 namespace MovingMap {
 
@@ -27,6 +31,8 @@ using Tavik::Support::Window;
 
 constexpr int ExitUsage = 2;
 constexpr double FixedFrameSeconds = 1.0 / 60.0;
+constexpr auto FixedFrame =
+    std::chrono::duration_cast<std::chrono::steady_clock::duration>(std::chrono::duration<double>(FixedFrameSeconds));
 constexpr double LongestFrameSeconds = 0.25; // after a pause of the whole program the aircraft does not jump
 constexpr const char* DefaultPicture = "moving_map.png";
 
@@ -81,8 +87,10 @@ class Program
 {
 public:
     /// @param settings  which the user changes
-    Program(const Options& options, DisplaySettings& settings, Window& window, Display& display, Simulation& simulation)
-        : mOptions(options), mSettings(settings), mWindow(window), mDisplay(display), mSimulation(simulation)
+    Program(const Options& options, DisplaySettings& settings, Window& window, Display& display, Simulation& simulation,
+            FeedWorker& feeds)
+        : mOptions(options), mSettings(settings), mWindow(window), mDisplay(display), mSimulation(simulation),
+          mFeeds(feeds)
     {}
 
     /// Until the user ends the program.
@@ -101,16 +109,18 @@ public:
             const FrameTime time = stopwatch.elapsed();
             stopwatch.restart();
             mStatistics.add(time);
-            mSimulation.advance(std::min(time.seconds, LongestFrameSeconds));
+            advance(std::min(time.seconds, LongestFrameSeconds));
         }
         printStatistics();
         return checkGlError();
     }
 
-    /// Frames that depend on nothing but the options; the last one into a picture, where one is wanted.
+    /// Frames that depend on nothing but the options, and the feeds, whose time they keep; the last one into a picture,
+    /// where one is wanted.
     int runFixed(const std::string& picture)
     {
         const int frames = std::max(mOptions.frames, 1);
+        auto next = std::chrono::steady_clock::now();
         for (int frame = 0; frame < frames; ++frame) {
             const bool last = frame + 1 == frames;
             Stopwatch stopwatch;
@@ -132,14 +142,30 @@ public:
                 std::printf("wrote %s\n", std::filesystem::absolute(picture).c_str());
             }
             mWindow.swap();
-            mSimulation.advance(FixedFrameSeconds);
+            advance(FixedFrameSeconds);
+            if (mFeeds.hasAny()) {
+                next += FixedFrame;
+                std::this_thread::sleep_until(next);
+            }
         }
         printStatistics();
         return EXIT_SUCCESS;
     }
 
 private:
-    void update() { mDisplay.update(mSettings, mSimulation, mWindow.widthPixels(), mWindow.heightPixels()); }
+    void update()
+    {
+        mFeeds.show(mFeedPicture);
+        mDisplay.update(mSettings, mSimulation, mWindow.widthPixels(), mWindow.heightPixels(), mFeedPicture);
+    }
+
+    /// An aircraft that comes from a feed is not simulated.
+    void advance(double seconds)
+    {
+        if (!mFeedPicture.hasOwnShip) {
+            mSimulation.advance(seconds);
+        }
+    }
 
     static int checkGlError()
     {
@@ -164,6 +190,8 @@ private:
     Window& mWindow;
     Display& mDisplay;
     Simulation& mSimulation;
+    FeedWorker& mFeeds;
+    FeedPicture mFeedPicture;
     FrameStatistics mStatistics;
 };
 
@@ -195,6 +223,14 @@ int run(const Options& options, Settings& settings)
     if (!findPlan(options, folder, worker, plan, error) || !resolveRoute(plan, route, error)) {
         return fail(error);
     }
+    FeedSettings feedSettings;
+    if (!findFeeds(settings.feeds, feedSettings, error)) {
+        return fail(error);
+    }
+    FeedWorker feeds(feedSettings);
+    if (!feeds.error().empty()) {
+        return fail(feeds.error());
+    }
     const bool fixed = isFixed(options);
     Window window("Moving map", settings.widthPixels, settings.heightPixels,
                   fixed ? Window::Visibility::Hidden : Window::Visibility::Shown);
@@ -207,7 +243,7 @@ int run(const Options& options, Settings& settings)
     Simulation simulation(path, route.speedMetresPerSecond, options.startSeconds);
     simulation.setSpeedFactor(options.speedFactor);
     Display display(route, path, worker, settings.colors);
-    Program program(options, settings.display, window, display, simulation);
+    Program program(options, settings.display, window, display, simulation, feeds);
     if (fixed || window.isHeadless()) {
         return program.runFixed(fixed ? options.screenshot : DefaultPicture);
     }

@@ -98,12 +98,15 @@ TEST_F(DisplayTest, FramesInWhichNothingChangedTakeNoMemory)
 {
     TerrainWorker worker(terrain(directory.path()));
     Display display(route, path, worker);
+    FeedPicture feeds;
+    feeds.traffic.push_back({"TVK1", {{45.2, 7.5}, 1000.0, 100.0, 90.0, 10.0}, false});
+    feeds.isLost[FeedKind::Sbs] = true;
     for (const bool trackUp : {false, true}) {
         DisplaySettings settings;
         settings.trackUp = trackUp;
         settings.rangeMiles = 12.0;
         const auto frame = [&] {
-            display.update(settings, simulation, 640, 480); // room for the camera's picture and the figures
+            display.update(settings, simulation, 640, 480, feeds); // room for the camera's picture and the figures
             display.render();
         };
         allocations = 0;
@@ -117,6 +120,88 @@ TEST_F(DisplayTest, FramesInWhichNothingChangedTakeNoMemory)
             frame();
         }
         EXPECT_EQ(allocations, 0u) << (trackUp ? "track up" : "north up");
+    }
+}
+
+TEST_F(DisplayTest, ShowsTrafficAndWhichFeedIsLost)
+{
+    TerrainWorker worker(directory.path()); // no terrain: nothing else has these colours
+    Display display(route, path, worker);
+    const auto draw = [&](const FeedPicture& feeds) {
+        DisplaySettings settings;
+        settings.rangeMiles = 7.0; // of 41 pixels
+        display.update(settings, simulation, Size, Size, feeds);
+        display.render();
+        return window().readPicture();
+    };
+    const auto count = [](const Picture& picture, Color color, MapView::Pixel middle, float reach) {
+        int found = 0;
+        for (int y = 0; y < Size; ++y) {
+            for (int x = 0; x < Size; ++x) {
+                const Picture::Pixel p = picture.pixel(x, Size - 1 - y);
+                const bool isNear = std::abs(static_cast<float>(x) - middle.x) < reach &&
+                                    std::abs(static_cast<float>(y) - middle.y) < reach;
+                found += isNear && std::abs(p[0] - 255.0f * color.x) < 12.0f &&
+                         std::abs(p[1] - 255.0f * color.y) < 12.0f && std::abs(p[2] - 255.0f * color.z) < 12.0f;
+            }
+        }
+        return found;
+    };
+    const auto onWindow = [&](Position position) { // the profile lies below the map
+        return display.view().toPixel(position) +
+               MapView::Pixel(0.0f, static_cast<float>(Size - display.view().height()));
+    };
+    FeedPicture feeds;
+    const Picture plain = draw(feeds);
+    EXPECT_EQ(count(plain, Palette::Attention, {}, 1e6f), 0);
+    EXPECT_EQ(count(plain, Palette::Traffic, {}, 1e6f), 0);
+
+    int before = 0;
+    for (const FeedKind kind : {FeedKind::Nmea, FeedKind::Traffic, FeedKind::Sbs}) {
+        feeds.isLost[kind] = true;
+        const int amber = count(draw(feeds), Palette::Attention, {}, 1e6f);
+        EXPECT_GT(amber, before + 100) << "a line for each feed";
+        before = amber;
+    }
+
+    struct Case
+    {
+        const char* name;
+        double east;  // degrees from the own ship
+        double above; // metres
+        bool isOld;
+        bool isShown;
+        bool isFilled;
+    };
+    const Case cases[] = {
+        {"near", 0.11, 100.0, false, true, true},
+        {"far", 0.2, 100.0, false, true, false},
+        {"high", 0.11, 1000.0, false, true, false},
+        {"too high", 0.11, 4000.0, false, false, false},
+        {"not heard lately", 0.11, 100.0, true, true, true},
+    };
+    feeds.isLost = {};
+    const Position own = {45.5, 7.5};
+    feeds.ownShip = Motion{own, 1000.0, 100.0, 0.0, 0.0};
+    for (const Case& c : cases) {
+        const Motion motion = {{own.latDegrees, own.lonDegrees + c.east}, 1000.0 + c.above, 100.0, 90.0, 0.0};
+        feeds.traffic = {{"", motion, c.isOld}};
+        const Picture picture = draw(feeds);
+        const Color color = c.isOld ? Palette::OldTraffic : Palette::Traffic;
+        const int drawn = count(picture, color, onWindow(motion.position), 13.0f);
+        EXPECT_EQ(drawn > 20, c.isShown) << c.name << " " << drawn;
+        EXPECT_EQ(drawn > 130, c.isFilled) << c.name << " " << drawn;
+        EXPECT_EQ(count(picture, Palette::Attention, {}, 1e6f), 0) << c.name;
+    }
+    feeds.isOwnShipLost = true;
+    EXPECT_GT(count(draw(feeds), Palette::Attention, onWindow(own), 19.0f), 20) << "hollow and amber";
+
+    const Motion strange[] = {
+        {{90.0, 0.0}, 1e5, 1e4, 360.0, -1e4}, {{-90.0, 180.0}, -1e5, 0.0, 0.0, 0.0}, {{0.0, -180.0}, {}, {}, {}, {}}};
+    for (const Motion& motion : strange) {
+        feeds.ownShip = motion;
+        feeds.traffic = {{"12345678", motion, false}};
+        draw(feeds);
     }
 }
 

@@ -116,6 +116,8 @@ TEST_F(MovingMap, DrawsMapAndProfileTheSameEachTime)
     EXPECT_NE(picture.colors, readPng(path("c.png")).colors);
     ASSERT_EQ(run("--size 640x400 --time 600 --no-camera --screenshot d.png").exitCode, 0);
     EXPECT_NE(picture.colors, readPng(path("d.png")).colors);
+    ASSERT_EQ(run("--size 640x400 --time 600 --sbs 127.0.0.1:1 --screenshot e.png").exitCode, 0); // nobody is there
+    EXPECT_NE(picture.colors, readPng(path("e.png")).colors);
 }
 
 TEST_F(MovingMap, WritesAPictureWhereThereIsNoDisplay)
@@ -204,6 +206,10 @@ TEST_F(MovingMap, WrongCommandLinesEndWithASentence)
         {"--range nan", 2, "--range"},
         {"--speed 0", 2, "--speed"},
         {"--time 1e9", 2, "--time"},
+        {"--nmea 0", 2, "the value '0' of --nmea"},
+        {"--own-ship 65536", 2, "--own-ship"},
+        {"--traffic :4101", 1, "':4101' is no host"},
+        {"--sbs 127.0.0.1:0", 1, "'127.0.0.1:0' is no host"},
         {"--terrain missing", 1, "there is no folder 'missing'"},
         {"--terrain bad.plan", 1, "there is no folder 'bad.plan'"},
         {"--terrain empty", 1, "there are no terrain tiles in 'empty'"},
