@@ -18,7 +18,7 @@ constexpr double RoundingDegrees = 1.0; // a turn ends within one step of its ar
 /// Whether the turn at the end of a leg begins before its fix.
 bool turnsEarly(const Route& route, std::size_t leg)
 {
-    return leg + 1 < route.legs.size() && !route.legs[leg].flyOver;
+    return leg + 1 < route.legs.size() && !turnsOverFix(route.legs[leg], route.legs[leg + 1]);
 }
 
 } // namespace
@@ -40,7 +40,7 @@ RoutePath::RoutePath(const Route& route)
             appendCircle(leg, i, join);
         }
         // The next leg begins where the fix is passed: over it, or in the middle of a turn before it.
-        const std::size_t passed = leg.flyOver ? 0 : join.size() / 2;
+        const std::size_t passed = turnsEarly(route, i) ? join.size() / 2 : 0;
         const std::size_t legBehind = std::min(i + 1, route.legs.size() - 1);
         for (std::size_t k = 0; k < join.size(); ++k) {
             append(join[k], k <= passed ? i : legBehind);

@@ -18,6 +18,10 @@ using Point = LocalPlane::Point;
 // Below this change of course a turn is not worth an arc, as for Tavik's fly-over turns.
 constexpr double SmallestTurnDegrees = 3.0;
 
+// A turn before the fix begins the farther from it the sharper it is: at this angle 2.4 radii, towards 180 degrees
+// without end.
+constexpr double LargestEarlyTurnDegrees = 135.0;
+
 Position midway(Position a, Position b)
 {
     return {0.5 * (a.latDegrees + b.latDegrees), 0.5 * (a.lonDegrees + b.lonDegrees)};
@@ -105,13 +109,24 @@ std::vector<Position> circleToStraight(const Circle& circle, const RouteLeg& leg
 
 } // namespace
 
+bool turnsOverFix(const RouteLeg& leg, const RouteLeg& next)
+{
+    if (leg.flyOver || next.circle) {
+        return leg.flyOver;
+    }
+    const double change = Tavik::Geodetic::getHeadingDifference(leg.courseAtEnd(), planeCourse(next.from, next.to));
+    const bool isLongWay = (leg.turn == TurnDirection::Left && change > SmallestTurnDegrees) ||
+                           (leg.turn == TurnDirection::Right && change < -SmallestTurnDegrees);
+    return isLongWay || std::abs(change) > LargestEarlyTurnDegrees;
+}
+
 std::vector<Position> turnPath(const RouteLeg& leg, Position from, const RouteLeg& next, bool nextTurnsEarly)
 {
     if (next.circle) {
         return leg.circle || leg.flyOver ? std::vector<Position>{leg.to}
                                          : straightToCircle(from, leg.to, *next.circle, leg.turnRadiusMetres);
     }
-    if (leg.flyOver) {
+    if (turnsOverFix(leg, next)) {
         return flyOver(leg, leg.circle ? behindEnd(leg) : from, next.to);
     }
     if (leg.circle) {

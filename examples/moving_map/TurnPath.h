@@ -6,6 +6,10 @@
 
 namespace MovingMap {
 
+/// Whether the turn from one leg into the next begins over the fix between them: where the plan says so, where it would
+/// begin too far before the fix, and where the plan sends it the long way round.
+bool turnsOverFix(const RouteLeg& leg, const RouteLeg& next);
+
 /// Points of the turn from one leg into the next, in the order in which they are flown: an arc, or the fix alone where
 /// there is nothing to turn.
 ///

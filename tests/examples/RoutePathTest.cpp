@@ -56,6 +56,9 @@ const Case SmoothPlans[] = {
     {"arc and inbound", "start A 45.4 -31\narc B S 15 clockwise 270 radius 2\nto C 46 -31\n"},
     {"arc and outbound", "start A 45.4 -31\narc B S 15 counterclockwise 90 radius 2\nto C 46 -30\n"},
     {"reversal", "start A 45.4 -31\nto B 45.7 -31\nturn C 180 right radius 2\nto D 45.3 -30.905\n"},
+    {"back on the same line", "start A 45.4 -31\nto B 45.7 -31 radius 2\nto C 45.4 -31\n"},
+    {"fly-by the long way", "start A 45.4 -31\nto B 45.7 -31 left radius 2\nto C 45.7 -30.5\n"},
+    {"arc and back", "start A 45.4 -31\narc B S 15 clockwise 270 radius 2\nto C 45.6 -31.4\n"},
 };
 
 } // namespace
@@ -113,6 +116,19 @@ TEST(RoutePath, FlyByPassesInsideTheCornerAndFlyOverCrossesIt)
     EXPECT_EQ(flyOver.at(over.distanceMetres - 1.0).leg, 0u);
     EXPECT_EQ(flyOver.at(over.distanceMetres + 100.0).leg, 1u);
     EXPECT_NEAR(flyOver.at(over.distanceMetres - 1000.0).trackDegrees, 0.0, 0.01);
+}
+
+TEST(RoutePath, SharpTurnsAndThoseTheLongWayBeginOverTheirFix)
+{
+    for (const Case& c : SmoothPlans) {
+        const std::string name = c.name;
+        if (name.find("back") == std::string::npos && name.find("long way") == std::string::npos) {
+            continue;
+        }
+        const RoutePath path(routeOf(Head + c.legs));
+        const PathFix& fix = fixOf(path, "B");
+        EXPECT_NEAR(planeDistance(fix.position, path.at(fix.distanceMetres).position), 0.0, 1.0) << name;
+    }
 }
 
 TEST(RoutePath, ArcKeepsItsDistanceAndEndsOnItsRadial)
