@@ -71,18 +71,49 @@ bool writeSrtmTile(const std::string& directory, const ErodedLandscape& land, in
     return writer.close();
 }
 
-fs::path cacheRoot()
+/// Where files may be kept, the best place first.
+std::vector<fs::path> cacheRoots()
 {
+    std::vector<fs::path> roots;
     const char* cache = std::getenv("XDG_CACHE_HOME");
     if (cache != nullptr && fs::path(cache).is_absolute()) {
-        return cache;
+        roots.emplace_back(cache);
     }
     const char* home = std::getenv("HOME");
     if (home != nullptr && fs::path(home).is_absolute()) {
-        return fs::path(home) / ".cache";
+        roots.push_back(fs::path(home) / ".cache");
     }
     std::error_code error;
-    return fs::temp_directory_path(error) / ("cache-" + std::to_string(getuid()));
+    const fs::path temporary = fs::temp_directory_path(error);
+    if (!error) {
+        roots.push_back(temporary / ("cache-" + std::to_string(getuid())));
+    }
+    return roots;
+}
+
+/// @return an empty string when nothing can be written there
+std::string directoryBelow(const fs::path& root)
+{
+    const fs::path parent = root / "tavik";
+    const fs::path directory = parent / DirectoryName;
+    std::error_code error;
+    if (fs::is_directory(directory, error)) {
+        return directory.string();
+    }
+    fs::create_directories(parent, error);
+    std::string draft = (parent / (std::string(DirectoryName) + "-XXXXXX")).string();
+    if (mkdtemp(draft.data()) == nullptr) {
+        return {};
+    }
+    const bool written = write(draft);
+    if (written) {
+        fs::rename(draft, directory, error);
+    }
+    if (!written || error) { // no room, or another program was faster
+        std::error_code ignored;
+        fs::remove_all(draft, ignored);
+    }
+    return fs::is_directory(directory, error) ? directory.string() : std::string();
 }
 
 } // namespace
@@ -108,26 +139,13 @@ bool write(const std::string& directory)
 
 std::string cachedDirectory()
 {
-    const fs::path parent = cacheRoot() / "tavik";
-    const fs::path directory = parent / DirectoryName;
-    std::error_code error;
-    if (fs::is_directory(directory, error)) {
-        return directory.string();
+    for (const fs::path& root : cacheRoots()) {
+        const std::string directory = directoryBelow(root);
+        if (!directory.empty()) {
+            return directory;
+        }
     }
-    fs::create_directories(parent, error);
-    std::string draft = (parent / (std::string(DirectoryName) + "-XXXXXX")).string();
-    if (mkdtemp(draft.data()) == nullptr) {
-        return {};
-    }
-    const bool written = write(draft);
-    if (written) {
-        fs::rename(draft, directory, error);
-    }
-    if (!written || error) { // no room, or another program was faster
-        std::error_code ignored;
-        fs::remove_all(draft, ignored);
-    }
-    return fs::is_directory(directory, error) ? directory.string() : std::string();
+    return {};
 }
 
 } // namespace Tavik::Support::MadeTerrain

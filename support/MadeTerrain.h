@@ -20,8 +20,8 @@ bool write(const std::string& directory);
 
 /// The directory where this user's programs keep the files, made and filled by the first that asks.
 ///
-/// It lies below $XDG_CACHE_HOME, else $HOME/.cache, else the system's directory for temporary files. Programs that
-/// start at the same time do not disturb each other: the files appear there all at once.
+/// It lies below the first of $XDG_CACHE_HOME, $HOME/.cache and the system's directory for temporary files where it can
+/// be written. Programs that start at the same time do not disturb each other: the files appear there all at once.
 /// @return an empty string when there is no place to write to
 std::string cachedDirectory();
 

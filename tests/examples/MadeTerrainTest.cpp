@@ -50,8 +50,15 @@ TEST(MadeTerrain, ProgramsThatStartTogetherFindOneWholeDirectory)
     EXPECT_EQ(MovingMap::terrainCells(directory).corners.size(), 4u);
 }
 
-TEST(MadeTerrain, NoPlaceToWriteGivesNoDirectory)
+TEST(MadeTerrain, TakesTheFirstPlaceThatCanBeWritten)
 {
+    const TemporaryDirectory home;
+    const std::string kept = home.path() + "/.cache/tavik/made-terrain-1";
+    std::filesystem::create_directories(kept);
     setenv("XDG_CACHE_HOME", "/dev/null/cache", 1);
+    setenv("HOME", home.path().c_str(), 1);
+    EXPECT_EQ(MadeTerrain::cachedDirectory(), kept);
+    setenv("HOME", "/dev/null/home", 1);
+    setenv("TMPDIR", "/dev/null/temporary", 1);
     EXPECT_EQ(MadeTerrain::cachedDirectory(), "");
 }
