@@ -7,13 +7,19 @@ namespace MovingMap {
 
 namespace {
 
-bool parseEndpoint(const std::string& text, int usualPort, Endpoint& endpoint, std::string& error)
+/// @param port  changed where the text has one
+bool splitServer(const std::string& text, std::string& host, int& port)
 {
     const std::size_t colon = text.find(':');
-    const std::string host = text.substr(0, colon);
+    host = text.substr(0, colon);
+    return !host.empty() && (colon == std::string::npos || parseNumber(text.substr(colon + 1), 1, LargestPort, port));
+}
+
+bool parseEndpoint(const std::string& text, int usualPort, Endpoint& endpoint, std::string& error)
+{
+    std::string host;
     endpoint.port = usualPort;
-    if (host.empty() ||
-        (colon != std::string::npos && !parseNumber(text.substr(colon + 1), 1, LargestPort, endpoint.port))) {
+    if (!splitServer(text, host, endpoint.port)) {
         error = "'" + text + "' is no host, or host:port";
         return false;
     }
@@ -26,6 +32,13 @@ bool parseEndpoint(const std::string& text, int usualPort, Endpoint& endpoint, s
 }
 
 } // namespace
+
+bool isServer(const std::string& text)
+{
+    std::string host;
+    int port = 0;
+    return text.empty() || splitServer(text, host, port);
+}
 
 bool findFeeds(const FeedSources& sources, FeedSettings& settings, std::string& error)
 {

@@ -36,6 +36,9 @@ struct FeedSettings
     PerFeed<double> silenceSeconds = UsualSilenceSeconds;
 };
 
+/// Whether a text may be a server: "HOST", "HOST:PORT" with a port of 1 to 65535, or empty.
+bool isServer(const std::string& text);
+
 /// Finds the addresses of the servers, which may take seconds where a name has to be looked up.
 /// @param error  receives one sentence when a server is not written as told or its host is not known
 bool findFeeds(const FeedSources& sources, FeedSettings& settings, std::string& error);

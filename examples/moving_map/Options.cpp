@@ -124,6 +124,7 @@ bool readOptions(int argc, char** argv, Options& options, std::string& error)
     options.help = isGiven("--help");
     options.statistics = isGiven("--statistics");
     options.noSettings = isGiven("--no-settings");
+    options.namesFeeds = isGiven("--own-ship") || isGiven("--nmea") || isGiven("--traffic") || isGiven("--sbs");
     options.terrain = valueOf("--terrain");
     options.plan = valueOf("--plan");
     options.screenshot = valueOf("--screenshot");
@@ -196,9 +197,9 @@ void printHelp()
               "with floor and ceiling in feet, as flight level FL95, or as 'ground' and 'unlimited'.\n"
               "'#' begins a comment.\n"
               "\n"
-              "Range, orientation, layers and colours are kept in a file that can be edited, --settings FILE or else\n"
-              "tavik/moving_map.xml in $XDG_CONFIG_HOME or ~/.config; docs/settings.md explains it. Options win over\n"
-              "the file. Pictures and --frames ignore the user's own file.\n"
+              "Range, orientation, layers, colours and feeds are kept in a file that can be edited, --settings FILE\n"
+              "or else tavik/moving_map.xml in $XDG_CONFIG_HOME or ~/.config; docs/settings.md explains it. Options\n"
+              "win over the file. Pictures and --frames ignore the user's own file.\n"
               "\n"
               "Without --terrain the map shows an invented region, whose tiles are made at the first start.\n"
               "Without --plan the aircraft flies a plan laid out for the terrain.\n"

@@ -12,6 +12,7 @@ struct Options
     bool help = false;
     bool statistics = false;
     bool noSettings = false;
+    bool namesFeeds = false; ///< which have to be there then
     std::string terrain;    ///< folder; empty for the made region
     std::string plan;       ///< file; empty for a plan that suits the terrain
     std::string screenshot; ///< file; empty for none

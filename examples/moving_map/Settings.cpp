@@ -50,6 +50,17 @@ Setting numberSetting(const char* key, const char* unit, Number lowest, Number h
             [&number, lowest, highest](const std::string& text) { return parseNumber(text, lowest, highest, number); }};
 }
 
+Setting serverSetting(const char* key, const char* meaning, std::string& server)
+{
+    return {key, "HOST, HOST:PORT or empty", meaning, [&server] { return server; },
+            [&server](const std::string& text) {
+                if (isServer(text)) {
+                    server = text;
+                }
+                return isServer(text);
+            }};
+}
+
 /// A choice between two words.
 Setting choiceSetting(const std::string& key, const std::string& no, const std::string& yes, const char* meaning,
                       const std::function<bool()>& get, const std::function<void(bool)>& set)
@@ -135,6 +146,15 @@ std::vector<Setting> listSettings(Settings& settings)
                  colorSetting("colors.aircraft", "the aircraft", colors.aircraft),
                  colorSetting("colors.stations", "navaids and airports", colors.station),
                  colorSetting("colors.obstacles", "obstacles", colors.obstacle)});
+    FeedSources& feeds = settings.feeds;
+    list.insert(
+        list.end(),
+        {numberSetting("feeds.ownShipPort", "UDP port", 0, LargestPort,
+                       "own ship's positions from `traffic_feed`, 0 for none", feeds.ownShipPort),
+         numberSetting("feeds.nmeaPort", "UDP port", 0, LargestPort,
+                       "NMEA 0183 sentences of a satellite receiver, 0 for none", feeds.nmeaPort),
+         serverSetting("feeds.traffic", "other aircraft from `traffic_feed`, port 4101 if not told", feeds.traffic),
+         serverSetting("feeds.sbs", "lines of a transponder receiver, port 30003 if not told", feeds.sbs)});
     return list;
 }
 

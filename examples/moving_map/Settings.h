@@ -20,7 +20,7 @@ struct Settings
     int widthPixels = 1280;
     int heightPixels = 800;
     MapColors colors;
-    FeedSources feeds; ///< from the command line only
+    FeedSources feeds;
 };
 
 /// One of the settings, as it stands in the file.

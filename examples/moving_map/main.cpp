@@ -20,6 +20,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -209,6 +210,18 @@ std::string settingsPath(const Options& options)
     return !options.settings.empty() || isFixed(options) ? options.settings : SettingsFile::usualPath();
 }
 
+/// @return null where one of the feeds cannot be had
+std::unique_ptr<FeedWorker> startFeeds(const FeedSources& sources, std::string& error)
+{
+    FeedSettings settings;
+    if (!findFeeds(sources, settings, error)) {
+        return nullptr;
+    }
+    auto feeds = std::make_unique<FeedWorker>(settings);
+    error = feeds->error();
+    return error.empty() ? std::move(feeds) : nullptr;
+}
+
 /// @param settings  those of the beginning, and afterwards those of the end
 int run(const Options& options, Settings& settings)
 {
@@ -223,13 +236,13 @@ int run(const Options& options, Settings& settings)
     if (!findPlan(options, folder, worker, plan, error) || !resolveRoute(plan, route, error)) {
         return fail(error);
     }
-    FeedSettings feedSettings;
-    if (!findFeeds(settings.feeds, feedSettings, error)) {
-        return fail(error);
-    }
-    FeedWorker feeds(feedSettings);
-    if (!feeds.error().empty()) {
-        return fail(feeds.error());
+    std::unique_ptr<FeedWorker> feeds = startFeeds(settings.feeds, error);
+    if (feeds == nullptr) {
+        if (options.namesFeeds) {
+            return fail(error);
+        }
+        fail(error + ", so that the simulation flies; the settings name that feed");
+        feeds = std::make_unique<FeedWorker>(FeedSettings());
     }
     const bool fixed = isFixed(options);
     Window window("Moving map", settings.widthPixels, settings.heightPixels,
@@ -243,7 +256,7 @@ int run(const Options& options, Settings& settings)
     Simulation simulation(path, route.speedMetresPerSecond, options.startSeconds);
     simulation.setSpeedFactor(options.speedFactor);
     Display display(route, path, worker, settings.colors);
-    Program program(options, settings.display, window, display, simulation, feeds);
+    Program program(options, settings.display, window, display, simulation, *feeds);
     if (fixed || window.isHeadless()) {
         return program.runFixed(fixed ? options.screenshot : DefaultPicture);
     }

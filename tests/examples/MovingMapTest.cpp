@@ -149,6 +149,15 @@ TEST_F(MovingMap, SettingsGiveWayToOptionsAndKeepOutOfPictures)
     EXPECT_EQ(contents("given.xml"), content);
     EXPECT_EQ(contents("config/tavik/moving_map.xml"), content);
 
+    // A feed of the file that cannot be had is told, and the map goes on; with feeds of the command line it ends.
+    const std::string noHost(64, 'x'); // longer than a name can be, so that nobody is asked
+    std::ofstream(path("feeds.xml")) << "<Properties><feeds><Property key='traffic' value='" << noHost
+                                     << "'/></feeds></Properties>";
+    const Outcome alone = run("--size 64x64 --settings feeds.xml --screenshot e.png");
+    EXPECT_EQ(alone.exitCode, 0);
+    EXPECT_NE(alone.errors.find("the host '" + noHost + "' is not known"), std::string::npos) << alone.errors;
+    EXPECT_EQ(run("--size 64x64 --settings feeds.xml --traffic " + noHost + " --screenshot e.png").exitCode, 1);
+
     // A plain start reads the user's file; without one, it writes one with all settings.
     EXPECT_NE(run("").output.find("Property <map.range> <6>"), std::string::npos);
     std::filesystem::remove_all(path("config"));
