@@ -11,6 +11,19 @@ const double ZoomStep = std::sqrt(2.0);
 constexpr float PanPixels = 80.0f;
 constexpr double LargestLatitude = 85.0;
 
+/// The mouse moves in units of the screen, of which a high-density screen has fewer than pixels.
+float pixelsPerUnit(Uint32 windowId)
+{
+    SDL_Window* window = SDL_GetWindowFromID(windowId);
+    int units = 0;
+    int pixels = 0;
+    if (window != nullptr) {
+        SDL_GetWindowSize(window, &units, nullptr);
+        SDL_GL_GetDrawableSize(window, &pixels, nullptr);
+    }
+    return units > 0 && pixels > 0 ? static_cast<float>(pixels) / static_cast<float>(units) : 1.0f;
+}
+
 } // namespace
 
 void Controls::handle(const SDL_Event& event, const MapView& view)
@@ -27,7 +40,8 @@ void Controls::handle(const SDL_Event& event, const MapView& view)
         break;
     case SDL_MOUSEMOTION:
         if ((event.motion.state & SDL_BUTTON_LMASK) != 0) {
-            pan(static_cast<float>(-event.motion.xrel), static_cast<float>(event.motion.yrel), view);
+            const float scale = pixelsPerUnit(event.motion.windowID);
+            pan(-scale * static_cast<float>(event.motion.xrel), scale * static_cast<float>(event.motion.yrel), view);
         }
         break;
     default:
@@ -96,10 +110,11 @@ void Controls::zoom(double factor)
     mSettings.rangeMiles = std::clamp(mSettings.rangeMiles * factor, SmallestRangeMiles, LargestRangeMiles);
 }
 
-/// Moves the map's centre by pixels of the screen; from then on the map does not follow the aircraft.
+/// Moves the map's centre by pixels of the screen, from where other events of the same frame have moved it to; from
+/// then on the map does not follow the aircraft.
 void Controls::pan(float rightPixels, float upPixels, const MapView& view)
 {
-    const MapView::Pixel centre = view.toPixel(view.centre());
+    const MapView::Pixel centre = view.toPixel(mSettings.centre.value_or(view.centre()));
     Position position = view.toPosition({centre.x + rightPixels, centre.y + upPixels});
     position.latDegrees = std::clamp(position.latDegrees, -LargestLatitude, LargestLatitude);
     position.lonDegrees = std::clamp(position.lonDegrees, -180.0, 180.0);

@@ -73,18 +73,23 @@ TEST_F(ControlsTest, MapMovesTheWayTheScreenLies)
         double course; // of the centre, with east at the top
     };
     for (const Case& c : {Case{SDLK_UP, 90.0}, Case{SDLK_RIGHT, 180.0}, Case{SDLK_DOWN, 270.0}, Case{SDLK_LEFT, 0.0}}) {
+        settings.centre.reset();
         press(c.key);
         ASSERT_TRUE(settings.centre.has_value());
         EXPECT_NEAR(std::remainder(planeCourse(view.centre(), *settings.centre) - c.course, 360.0), 0.0, 0.1)
             << c.course;
         EXPECT_NEAR(planeDistance(view.centre(), *settings.centre), 8000.0, 10.0) << c.course;
     }
-    // The ground stays under the mouse: dragged to the right, the map shows more of what lies to the left.
+    // The ground stays under the mouse, which moves more than once in a frame: dragged to the right, the map shows more
+    // of what lies to the left.
     SDL_Event drag = {};
     drag.type = SDL_MOUSEMOTION;
     drag.motion.state = SDL_BUTTON_LMASK;
     drag.motion.xrel = 20;
+    settings.centre.reset();
     controls.handle(drag, view);
+    controls.handle(drag, view);
+    EXPECT_NEAR(planeDistance(view.centre(), *settings.centre), 4000.0, 10.0);
     EXPECT_NEAR(std::remainder(planeCourse(view.centre(), *settings.centre), 360.0), 0.0, 0.1);
     press(SDLK_f);
     EXPECT_FALSE(settings.centre.has_value());
