@@ -1,5 +1,6 @@
 #include <moving_map/DataBlock.h>
 
+#include <moving_map/Latin1.h>
 #include <moving_map/Palette.h>
 #include <moving_map/Units.h>
 #include <tavik/opengl/MatrixStack.h>
@@ -116,7 +117,7 @@ void DataBlock::write(const Figures& figures, const std::string& fixName)
     writeFigure(1, 3, "DIS", formatted("%d.%d NM", figures.tenthMiles / 10, figures.tenthMiles % 10));
 
     writeFigure(0, 2, "TO", {});
-    std::string name = fixName.substr(0, LongestName);
+    std::string name = toLatin1(fixName).substr(0, LongestName);
     while (!name.empty() && TextBatch::width(name, ValueSize) > Width - ValueX - CaptionX) {
         name.pop_back();
     }

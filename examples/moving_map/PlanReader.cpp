@@ -60,7 +60,9 @@ public:
     /// @return an empty string, or what is wrong and in which line
     std::string read(const std::string& text)
     {
-        std::istringstream lines(text);
+        const std::string byteOrderMark = "\xEF\xBB\xBF"; // some editors begin UTF-8 with it
+        const bool isMarked = text.compare(0, byteOrderMark.size(), byteOrderMark) == 0;
+        std::istringstream lines(isMarked ? text.substr(byteOrderMark.size()) : text);
         std::string line;
         try {
             for (mLine = 1; std::getline(lines, line); ++mLine) {

@@ -1,5 +1,6 @@
 #include <moving_map/Text.h>
 
+#include <moving_map/Latin1.h>
 #include <support/Fonts.h>
 
 namespace MovingMap {
@@ -54,7 +55,7 @@ void TextBatch::add(const std::string& text, Pixel anchor, int size, TextAlign a
     Tavik::Math::Matrix4<float> place;
     place.translate(anchor.x, anchor.y - 0.5f * height(size), 0.0f);
     mFont.setSize(size);
-    mFont.addText(text, place,
+    mFont.addText(toLatin1(text), place,
                   align == TextAlign::Left     ? TextureFontSdf::BottomLeft
                   : align == TextAlign::Centre ? TextureFontSdf::BottomCenter
                                                : TextureFontSdf::BottomRight);
@@ -72,7 +73,7 @@ float TextBatch::width(const std::string& text, int size)
 {
     static TextureFontSdf ruler = makeRuler();
     ruler.setSize(size);
-    return static_cast<float>(ruler.calcTextWidth(text));
+    return static_cast<float>(ruler.calcTextWidth(toLatin1(text)));
 }
 
 float TextBatch::height(int size)

@@ -18,8 +18,8 @@ enum class TextAlign
 
 /// Texts of one colour, which are drawn together.
 ///
-/// Sizes are pixels of FreeType's em; anchors are coordinates of the matrix stack. Without a font on the system nothing
-/// is drawn, and every width is 0.
+/// Text is UTF-8 or Latin-1, as in toLatin1. Sizes are pixels of FreeType's em; anchors are coordinates of the matrix
+/// stack. Without a font on the system nothing is drawn, and every width is 0.
 class TextBatch
 {
 public:

@@ -15,7 +15,7 @@ TEST(PlanReader, ReadsEveryKindOfLegAndOption)
 {
     FlightPlan plan;
     std::string error;
-    ASSERT_TRUE(readPlan("# comment\n"
+    ASSERT_TRUE(readPlan("\xEF\xBB\xBF# comment\n"
                          "speed 180   # knots\n"
                          "\r\n"
                          "station VOR 45.5 -31.25\n"
