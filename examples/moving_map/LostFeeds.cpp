@@ -16,7 +16,7 @@ constexpr PerFeed<const char*> Texts = {{{"POSITION LOST", "GPS LOST", "TRAFFIC 
 constexpr float Margin = 10.0f; // to the edges of the map and to the figures
 constexpr int TextSize = 18;
 constexpr float RowStep = 25.0f;
-constexpr unsigned int Width = 170;
+constexpr unsigned int Width = 188;
 constexpr float TextX = 10.0f;
 
 } // namespace
