@@ -1,7 +1,21 @@
-# Turns what Google Benchmark prints, with rows named task/ours, task/limit and task/peer_<name> and perhaps /<size> behind
-# it, into one Markdown table: a line for each task and peer. Its CSV files have no room for counters of single rows.
+# Turns what Google Benchmark prints into one Markdown table, a line for each task and peer. Its rows are named
+# task/ours, task/limit and task/peer_<name>, perhaps with /<size> behind.
+#
+#   awk -f benchmark_table.awk aims log...
+#
+# Aims stand in brackets; a ratio that misses its aim is bold. CSV files have no room for the counters of single rows, so
+# the plain text is read.
 
 BEGIN { inNanoseconds["ns"] = 1; inNanoseconds["us"] = 1e3; inNanoseconds["ms"] = 1e6; inNanoseconds["s"] = 1e9 }
+
+FNR == NR {
+    if (NF == 3 && $1 !~ /^#/) {
+        aimTask[++aims] = $1
+        aimWho[aims] = $2
+        aimRatio[aims] = $3
+    }
+    next
+}
 
 # Name, real time and its unit, processor time and its unit.
 $1 ~ /_median$/ {
@@ -34,8 +48,15 @@ function shown(nanoseconds) {
     return sprintf(nanoseconds < 999.5e6 ? "%.3g ms" : "%.0f ms", nanoseconds / 1e6)
 }
 
-function ratio(a, b) {
-    return a == "" || b == "" ? "‒" : sprintf("%.2f", a / b)
+function ratio(task, ours, who, theirs,    a, text) {
+    if (theirs == "") return "‒"
+    text = sprintf("%.2f", ours / theirs)
+    for (a = 1; a <= aims; ++a) {
+        if (who == aimWho[a] && task ~ aimTask[a]) {
+            return (text + 0 > aimRatio[a] + 0 ? "**" text "**" : text) " (" aimRatio[a] ")"
+        }
+    }
+    return text
 }
 
 END {
@@ -50,8 +71,9 @@ END {
         count = split(peers[task], peer, " ")
         for (p = 1; p <= (count ? count : 1); ++p) {
             theirs = count ? time[task, "peer_" peer[p]] : ""
-            printf "| %s | %s | %s | %s | %s | %s | %s |\n", task, shown(ours), shown(limit), ratio(ours, limit), \
-                count ? peer[p] : "‒", shown(theirs), ratio(ours, theirs) | "LC_ALL=C sort"
+            printf "| %s | %s | %s | %s | %s | %s | %s |\n", task, shown(ours), shown(limit), \
+                ratio(task, ours, "limit", limit), count ? peer[p] : "‒", shown(theirs), \
+                ratio(task, ours, peer[p], theirs) | "LC_ALL=C sort"
         }
     }
 }
