@@ -140,7 +140,7 @@ bool write(const std::string& directory)
 std::string cachedDirectory()
 {
     for (const fs::path& root : cacheRoots()) {
-        const std::string directory = directoryBelow(root);
+        std::string directory = directoryBelow(root);
         if (!directory.empty()) {
             return directory;
         }

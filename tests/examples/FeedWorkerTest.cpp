@@ -10,7 +10,6 @@
 #include <thread>
 
 using namespace MovingMap;
-using Tavik::Network::MsgHeader;
 using Tavik::Network::SocketTcp;
 using Tavik::Network::SocketTcpServer;
 using Tavik::Network::SocketUdp;

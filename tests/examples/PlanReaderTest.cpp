@@ -105,9 +105,9 @@ TEST(Airspace, InteriorPointsLieInside)
     const std::vector<Position> corner = {
         {0, 0}, {30 * mile, 0}, {30 * mile, 10 * mile}, {10 * mile, 10 * mile}, {10 * mile, 30 * mile}, {0, 30 * mile}};
     for (const double sign : {1.0, -1.0}) { // both ways round, in two quarters of the earth
-        std::vector<Position> outline;
-        for (const Position& position : corner) {
-            outline.push_back({position.latDegrees * sign, position.lonDegrees});
+        std::vector<Position> outline = corner;
+        for (Position& position : outline) {
+            position.latDegrees *= sign;
         }
         const std::vector<InteriorPoint> points = interiorPoints(outline);
         EXPECT_GE(points.size(), 20u);

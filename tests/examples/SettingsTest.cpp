@@ -26,7 +26,7 @@ protected:
     {
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        const Settings settings = file.read();
+        Settings settings = file.read();
         testing::internal::GetCapturedStdout();
         complaints = testing::internal::GetCapturedStderr();
         return settings;

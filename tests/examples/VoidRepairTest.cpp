@@ -36,7 +36,8 @@ TEST(VoidRepair, FillsHolesInMountainsAndLeavesTheSea)
     for (const Case& c : cases) {
         std::vector<float> heights;
         for (std::size_t i = 0; i < Size * Size; ++i) {
-            const double north = static_cast<double>(i / Size) - c.row;
+            const std::size_t row = i / Size;
+            const double north = static_cast<double>(row) - c.row;
             const double east = static_cast<double>(i % Size) - c.column;
             const bool bridge = i % Size == 30; // one post between two holes
             heights.push_back(std::hypot(north, east) < c.radius && !bridge ? c.hole : c.ground);

@@ -167,7 +167,8 @@ TEST(Tesselator, HostileOutlinesEndSoon)
     std::vector<Points> cells;       // as many edges that lie on each other, but only two and two
     for (int i = 0; i < 4000; ++i) {
         shuttle.emplace_back(static_cast<float>(i * 7919 % 4000), 0.0f);
-        cells.push_back(square(static_cast<float>(i % 64), static_cast<float>(i / 64), 1.0f));
+        const int row = i / 64;
+        cells.push_back(square(static_cast<float>(i % 64), static_cast<float>(row), 1.0f));
     }
     EXPECT_TRUE(cut({shuttle}).primitives().empty());
     EXPECT_NEAR(area(cut(cells)), 4000.0, 1e-3);

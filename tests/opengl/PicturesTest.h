@@ -41,7 +41,7 @@ protected:
     template <typename Draw>
     static Picture picture(Draw draw)
     {
-        const Picture drawn = LineTest::picture(draw);
+        Picture drawn = LineTest::picture(draw);
         EXPECT_EQ(integer(GL_ACTIVE_TEXTURE), GL_TEXTURE0 + ApplicationUnit);
         for (unsigned int unit = 0; unit < ApplicationUnit; ++unit) {
             glActiveTexture(GL_TEXTURE0 + unit);
