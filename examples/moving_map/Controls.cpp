@@ -51,10 +51,11 @@ void Controls::handle(const SDL_Event& event, const MapView& view)
 
 void Controls::handleKey(SDL_Keycode key, const MapView& view)
 {
-    constexpr int FirstLayerKey = SDLK_1; // the keys of digits follow each other
-    if (key >= FirstLayerKey && key < FirstLayerKey + static_cast<int>(LayerCount)) {
-        mSettings.layers.toggle(static_cast<Layer>(key - FirstLayerKey));
-        return;
+    for (const int firstLayerKey : {SDLK_1, SDLK_KP_1}) { // the keys of digits follow each other
+        if (key >= firstLayerKey && key < firstLayerKey + static_cast<int>(LayerCount)) {
+            mSettings.layers.toggle(static_cast<Layer>(key - firstLayerKey));
+            return;
+        }
     }
     switch (key) {
     case SDLK_PLUS:
@@ -91,9 +92,11 @@ void Controls::handleKey(SDL_Keycode key, const MapView& view)
         mSimulation.setPaused(!mSimulation.isPaused());
         break;
     case SDLK_LEFTBRACKET:
+    case SDLK_COMMA: // many keyboards have no keys of their own for brackets
         mSimulation.setSpeedFactor(mSimulation.speedFactor() / 2.0);
         break;
     case SDLK_RIGHTBRACKET:
+    case SDLK_PERIOD:
         mSimulation.setSpeedFactor(mSimulation.speedFactor() * 2.0);
         break;
     case SDLK_q:

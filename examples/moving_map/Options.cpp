@@ -175,7 +175,7 @@ void printHelp()
               "  1 to 9      on and off: relief, contours, airspaces, symbols, compass rose, names, figures, profile,\n"
               "              the view from the aircraft's nose (also C)\n"
               "  space       stop and go on\n"
-              "  [ ]         slower and faster\n"
+              "  [ ]         slower and faster (also comma and full stop)\n"
               "  Q, Escape   end\n"
               "\n"
               "A flight plan is a text file with one entry a line. Positions are decimal degrees, south and west\n"

@@ -102,7 +102,7 @@ TEST_F(ControlsTest, KeysReachTheSimulationAndTheEnd)
 {
     press(SDLK_RIGHTBRACKET);
     EXPECT_EQ(simulation.speedFactor(), 2.0);
-    press(SDLK_LEFTBRACKET);
+    press(SDLK_COMMA);
     EXPECT_EQ(simulation.speedFactor(), 1.0);
     press(SDLK_SPACE);
     EXPECT_TRUE(simulation.isPaused());
@@ -112,9 +112,12 @@ TEST_F(ControlsTest, KeysReachTheSimulationAndTheEnd)
     EXPECT_TRUE(settings.trackUp);
     press(SDLK_c);
     EXPECT_FALSE(settings.layers.shows(Layer::Camera));
+    press(SDLK_LEFTBRACKET);
+    press(SDLK_PERIOD);
+    EXPECT_EQ(simulation.speedFactor(), 1.0);
     press(SDLK_1);
     EXPECT_FALSE(settings.layers.shows(Layer::Relief));
-    press(SDLK_9);
+    press(SDLK_KP_9);
     EXPECT_TRUE(settings.layers.shows(Layer::Camera));
     press(SDLK_x);
     EXPECT_FALSE(controls.quit());
