@@ -79,7 +79,11 @@ std::vector<Position> straightToCircle(Position from, Position entry, const Circ
     // The centre of the turn lies beside the line, and as far inside or outside the circle as beside the line.
     const bool right = change > 0.0;
     const double centreDistance = circle.radiusMetres + (right == circle.clockwise ? -radius : radius);
-    const Position beside = plane.toPosition(start + directionOf(course + (right ? 90.0 : -90.0)) * radius);
+    // The line may meet the circle twice: seen from beyond the entry, its own crossing is the nearer one.
+    const Point along = directionOf(course);
+    const double beyond = (fix.dot(along) < 0.0 ? -2.0 : 2.0) * (circle.radiusMetres + radius);
+    const Position beside =
+        plane.toPosition(fix + along * beyond + directionOf(course + (right ? 90.0 : -90.0)) * radius);
     Position centre;
     if (centreDistance <= 0.0 || !Tavik::Geodetic::calcDmeDistIntersection(
                                      beside.latDegrees, beside.lonDegrees, course, circle.centre.latDegrees,

@@ -59,6 +59,7 @@ const Case SmoothPlans[] = {
     {"back on the same line", "start A 45.4 -31\nto B 45.7 -31 radius 2\nto C 45.4 -31\n"},
     {"fly-by the long way", "start A 45.4 -31\nto B 45.7 -31 left radius 2\nto C 45.7 -30.5\n"},
     {"arc and back", "start A 45.4 -31\narc B S 15 clockwise 270 radius 2\nto C 45.6 -31.4\n"},
+    {"arc and through its circle", "start A 45.4 -31\narc B S 15 clockwise 270 radius 2\nto C 45.9 -30\n"},
 };
 
 } // namespace
