@@ -46,8 +46,7 @@ struct Route
 };
 
 /// @param error  receives one sentence, with the plan's source and line, when the plan cannot be flown: courses that do
-/// not
-///               cross, a circle that is missed, a leg of more than 600 miles
+///               not cross, a circle that is missed, a leg of more than 600 miles
 bool resolveRoute(const FlightPlan& plan, Route& route, std::string& error);
 
 /// Radius of a turn at 25 degrees of bank, metres.

@@ -39,8 +39,8 @@ public:
     /// - libpng cannot be started: "[read_png_file] png_create_read_struct failed" or
     ///   "[read_png_file] png_create_info_struct failed"
     /// - damage before the pixels, more than 2²⁸ pixels or a million to a side: "[read_png_file] Error during init_io"
-    /// - damaged or missing pixels, a file cut before its end, no memory: "[read_png_file] Error during read_image
-    /// \<path>"
+    /// - damaged or missing pixels, a file cut before its end, no memory:
+    ///   "[read_png_file] Error during read_image \<path>"
     /// - a grey picture: "wrong file format 0", with alpha "wrong file format 4"
     ///
     /// @param path   the file

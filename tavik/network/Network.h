@@ -27,7 +27,7 @@ class TAVIK_API Network
 public:
     /// Every IPv4 address of this host, in the system's order, the loopback among them.
     /// @return empty, with the reason on standard error ("Opening send socket" or "ioctl"), when the system does not
-    /// tell
+    ///         tell
     std::vector<NetworkAdapter> getNetworkAdapters();
 
     /// "192.168.0.1" of 0xC0A80001; bits above the 32nd do not count.

@@ -30,8 +30,7 @@ public:
     /// closed first by the caller.
     /// @param port  1 to 65535; 0 for one that the system chooses, see port()
     /// @return false when the port is taken ("bind"), and on other failures ("socket", "setsockopt", "listen"). Where
-    /// the
-    ///         system refuses an option, the descriptor is not closed
+    ///         the system refuses an option, the descriptor is not closed
     bool init(int port);
 
     /// The port that is listened on, −1 for none.
@@ -39,8 +38,7 @@ public:
 
     /// Waits until a peer connects.
     /// @param client  receives descriptor, name and address; what it held before is not closed. The address is in
-    /// network
-    ///                byte order, so pass ntohl(client.address()) on to whatever takes addresses here
+    ///                network byte order, so pass ntohl(client.address()) on to whatever takes addresses here
     /// @return false when not listening, and on failure ("accept")
     bool acceptConnection(SocketTcp& client);
 

@@ -42,7 +42,7 @@ public:
     /// Removes all vertices.
     void clearVertex() { mVertices.clear(); }
 
-    /// Deletes the OpenGL objects; the next render() creates them again.
+    /// Deletes the OpenGL objects; the vertices stay, and the next render() creates the objects again.
     void clear() { mVertices.clearObjects(); }
 
     /// Red, green, blue and alpha, each in [0, 1]; white by default.

@@ -73,7 +73,7 @@ public:
     /// Removes all vertices, colours and indices.
     void clearVertex() { mGeometry.clear(); }
 
-    /// Deletes the OpenGL objects; the next render() creates them again.
+    /// Deletes the OpenGL objects; the vertices stay, and the next render() creates the objects again.
     void clear() { mBuffers.clear(); }
 
     /// Replaces the vertices by the four corners (0, 0), (0, height), (width, 0), (width, height), but not the indices:
@@ -81,22 +81,22 @@ public:
     /// nothing, now and when there are more vertices again.
     void setRect(unsigned int width, unsigned int height) { mGeometry.setRect(width, height); }
 
-    /// Width of the band, pixels.
+    /// Width of the band, pixels; 1 by default.
     void setLineWidth(float width) { mStyle.width = width; }
 
     /// Dashes and dots.
     /// @param pattern  bits 0 to 15 for the first 16 of each 32 pixels of length, lowest first; the other 16 pixels
-    ///                 stay empty. 0 draws solid.
+    ///                 stay empty. 0, the default, draws solid.
     void setStipple(unsigned short pattern) { mStyle.stipple = pattern; }
 
-    /// Soft edges, 0.3 of the width on each side: a line of width 1 along whole pixels all but vanishes, so give it 2
-    /// or more. Without soft edges, translucent colours are drawn opaque.
+    /// Soft edges, on by default, 0.3 of the width on each side: a line of width 1 along whole pixels all but vanishes,
+    /// so give it 2 or more. Without soft edges, translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
 
     /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mStyle.color = color; }
 
-    /// Draws each vertex in its own colour, provided that all have one.
+    /// Draws each vertex in its own colour, provided that all have one; off by default.
     void setUseMultiColor(bool on) { mUseMultiColor = on; }
 
     /// Creates the OpenGL objects and uploads what there is; done by render().

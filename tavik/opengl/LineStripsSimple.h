@@ -57,7 +57,7 @@ public:
     void setStipple(unsigned short pattern) { mStyle.stipple = pattern; }
     /// @}
 
-    /// OpenGL's line smoothing; without it translucent colours are drawn opaque.
+    /// OpenGL's line smoothing, on by default; without it translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
 
     /// @{

@@ -41,21 +41,21 @@ public:
     /// Removes all vertices.
     void clearVertex() { mVertices.clear(); }
 
-    /// Deletes the OpenGL objects; the next render() creates them again.
+    /// Deletes the OpenGL objects; the vertices stay, and the next render() creates the objects again.
     void clear() { mVertices.clearObjects(); }
 
     /// Replaces the vertices by (0, 0), (0, height), (width, 0), (width, height): the left and the right side.
     void setRect(unsigned int width, unsigned int height) { mVertices.setRect(width, height); }
 
-    /// Width of the band, pixels.
+    /// Width of the band, pixels; 1 by default.
     void setLineWidth(float width) { mStyle.width = width; }
 
     /// Dashes and dots.
     /// @param pattern  bits 0 to 15 for the first 16 of each 32 pixels of length, lowest first; the other 16 pixels
-    ///                 stay empty. 0 draws solid.
+    ///                 stay empty. 0, the default, draws solid.
     void setStipple(unsigned short pattern) { mStyle.stipple = pattern; }
 
-    /// Soft edges; without them translucent colours are drawn opaque.
+    /// Soft edges, on by default; without them translucent colours are drawn opaque.
     void setAntiAlias(bool on) { mStyle.antiAlias = on; }
 
     /// Red, green, blue and alpha, each in [0, 1]; white by default.

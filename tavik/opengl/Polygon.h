@@ -35,7 +35,7 @@ public:
     /// Removes all areas.
     void clearVertex();
 
-    /// Deletes the OpenGL objects; the next render() creates them again.
+    /// Deletes the OpenGL objects; the areas stay, and the next render() creates the objects again.
     void clear() { mVertices.clearObjects(); }
 
     /// Red, green, blue and alpha, each in [0, 1]; white by default.

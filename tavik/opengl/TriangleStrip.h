@@ -58,7 +58,7 @@ public:
     /// Removes all vertices and colours.
     void clearVertex();
 
-    /// Deletes the OpenGL objects; the next render() creates them again.
+    /// Deletes the OpenGL objects; the vertices stay, and the next render() creates the objects again.
     void clear();
 
     /// Replaces the vertices by (0, 0), (0, height), (width, 0), (width, height), which make a rectangle; the colours
@@ -68,7 +68,7 @@ public:
     /// Red, green, blue and alpha, each in [0, 1]; white by default.
     void setColor(Math::Vector4<float> color) { mColor = color; }
 
-    /// Draws each vertex in its own colour, provided that all have one, and without the pattern.
+    /// Draws each vertex in its own colour, provided that all have one, and without the pattern; off by default.
     void setUseMultiColor(bool on) { mUseMultiColor = on; }
 
     /// Draws only where a pattern has its bits set. The pattern is fixed to the window, whatever moves below it.
