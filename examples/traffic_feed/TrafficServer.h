@@ -34,8 +34,6 @@ public:
     void send(const Feeds::Traffic& traffic);
     void sendHeartbeat();
 
-    std::size_t clientCount() const { return mClients.size(); }
-
 private:
     void send(const void* payload, const Tavik::Network::MsgHeader& header);
 
