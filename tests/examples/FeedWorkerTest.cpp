@@ -6,6 +6,7 @@
 #include "../network/RawPeer.h"
 
 #include <chrono>
+#include <cstdio>
 #include <functional>
 #include <thread>
 

@@ -6,6 +6,7 @@
 
 #include "../opengl/GlTest.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 

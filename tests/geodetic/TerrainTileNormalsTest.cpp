@@ -11,6 +11,7 @@
 #include <array>
 #include <cmath>
 #include <random>
+#include <utility>
 
 using namespace Tavik::Support;
 using Tavik::Geodetic::TerrainTile;

@@ -1,5 +1,6 @@
 #include "RawPeer.h"
 
+#include <chrono>
 #include <csignal>
 #include <thread>
 #include <vector>

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <functional>
 #include <numeric>
+#include <utility>
 
 using namespace Tavik::OpenGL;
 using testing::internal::CaptureStdout;
