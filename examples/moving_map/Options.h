@@ -13,11 +13,11 @@ struct Options
     bool statistics = false;
     bool noSettings = false;
     bool namesFeeds = false; ///< which have to be there then
-    std::string terrain;    ///< folder; empty for the made region
-    std::string plan;       ///< file; empty for a plan that suits the terrain
-    std::string screenshot; ///< file; empty for none
-    std::string settings;   ///< file; empty for the user's own
-    int frames = 0;         ///< to draw, 0 for no limit
+    std::string terrain;     ///< folder; empty for the made region
+    std::string plan;        ///< file; empty for a plan that suits the terrain
+    std::string screenshot;  ///< file; empty for none
+    std::string settings;    ///< file; empty for the user's own
+    int frames = 0;          ///< to draw, 0 for no limit
     double startSeconds = 0.0;
     double speedFactor = 1.0;
 };
