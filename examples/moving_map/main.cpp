@@ -141,7 +141,8 @@ public:
                 if (!mWindow.readPicture().writePng(picture)) {
                     return fail("cannot write the picture '" + picture + "'");
                 }
-                std::printf("wrote %s\n", std::filesystem::absolute(picture).c_str());
+                // On a line of its own: what FreeType's start prints has no line end.
+                std::printf("\nwrote %s\n", std::filesystem::absolute(picture).c_str());
             }
             mWindow.swap();
             advance(FixedFrameSeconds);
