@@ -9,6 +9,8 @@ namespace MovingMap {
 
 namespace {
 
+constexpr double LongestSeconds = 1.0 / 60.0;
+
 double threadCpuSeconds()
 {
     timespec time = {};
@@ -33,6 +35,9 @@ FrameTime Stopwatch::elapsed() const
 void FrameStatistics::add(const FrameTime& time)
 {
     ++mFrames;
+    if (time.seconds > LongestSeconds) {
+        ++mLateFrames;
+    }
     mTotal.seconds += time.seconds;
     mTotal.cpuSeconds += time.cpuSeconds;
     mWorst.seconds = std::max(mWorst.seconds, time.seconds);
@@ -42,8 +47,9 @@ void FrameStatistics::add(const FrameTime& time)
 void FrameStatistics::print() const
 {
     const double perFrame = 1e3 / static_cast<double>(std::max<std::size_t>(mFrames, 1));
-    std::printf("frames %zu, mean %.2f ms, worst %.2f ms; CPU mean %.3f ms, worst %.3f ms\n", mFrames,
-                perFrame * mTotal.seconds, 1e3 * mWorst.seconds, perFrame * mTotal.cpuSeconds, 1e3 * mWorst.cpuSeconds);
+    std::printf("frames %zu, mean %.2f ms, worst %.2f ms; CPU mean %.3f ms, worst %.3f ms; late %zu\n", mFrames,
+                perFrame * mTotal.seconds, 1e3 * mWorst.seconds, perFrame * mTotal.cpuSeconds, 1e3 * mWorst.cpuSeconds,
+                mLateFrames);
 }
 
 } // namespace MovingMap

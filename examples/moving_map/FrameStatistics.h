@@ -34,11 +34,13 @@ class FrameStatistics
 public:
     void add(const FrameTime& time);
 
-    /// Prints the number of frames, their mean and worst times, to standard output.
+    /// Prints the number of frames, their mean and worst times, and how many took longer than a display that shows 60 a
+    /// second waits for them, to standard output.
     void print() const;
 
 private:
     std::size_t mFrames = 0;
+    std::size_t mLateFrames = 0;
     FrameTime mTotal;
     FrameTime mWorst;
 };
