@@ -1,6 +1,5 @@
-#include "LineTest.h"
+#include "TextureFontTest.h"
 
-#include <support/Fonts.h>
 #include <tavik/opengl/TextureFont.h>
 #include <tavik/opengl/TextureFontSdf.h>
 
@@ -8,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -31,14 +29,6 @@ std::vector<char> fontData()
     std::ifstream file(sansFontPath(), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
-
-struct Box
-{
-    int left = 1000;
-    int bottom = 1000;
-    int right = -1; // one past the last pixel, as top
-    int top = -1;
-};
 
 struct Atlas
 {
@@ -63,13 +53,6 @@ struct Atlas
     std::vector<unsigned char> texels;
 };
 
-Matrix4<float> moved(double x, double y)
-{
-    Matrix4<float> m;
-    m.translate(static_cast<float>(x), static_cast<float>(y), 0.0f);
-    return m;
-}
-
 // What a bitmap font of 50 pixels needs: 'A' is a block of 20 x 30, 'B' one of 12 x 40 that hangs 8 below the baseline.
 std::string bitmapFont()
 {
@@ -88,60 +71,6 @@ std::string bitmapFont()
 }
 
 } // namespace
-
-template <typename Font>
-class TextureFontTest : public LineTest
-{
-protected:
-    void SetUp() override
-    {
-        LineTest::SetUp();
-        testing::internal::CaptureStdout();
-    }
-
-    void TearDown() override
-    {
-        const std::string printed = testing::internal::GetCapturedStdout();
-        std::fputs(printed.c_str(), stdout); // failures among it
-        EXPECT_EQ(printed.find("Error <"), std::string::npos);
-        EXPECT_TRUE(glIsEnabled(GL_BLEND) || !mDraws);
-        LineTest::TearDown();
-    }
-
-    static Font loaded(int size)
-    {
-        Font font;
-        EXPECT_TRUE(font.load(sansFontPath(), size)) << "the sans-serif font";
-        return font;
-    }
-
-    template <typename Draw>
-    Picture drawn(Draw draw)
-    {
-        mDraws = true;
-        return picture(draw);
-    }
-
-    static Box ink(const Picture& picture, int threshold = 128)
-    {
-        Box box;
-        for (int y = 0; y < Size; ++y) {
-            for (int x = 0; x < Size; ++x) {
-                // The background's red is 51, the text's 255.
-                if ((at(picture, x, y)[0] - 51) * 255 / 204 >= threshold) {
-                    box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x + 1),
-                           std::max(box.top, y + 1)};
-                }
-            }
-        }
-        return box;
-    }
-
-    static bool isEmpty(const Picture& picture) { return ink(picture, 1).right < 0; }
-
-private:
-    bool mDraws = false;
-};
 
 struct FontNames
 {
@@ -446,61 +375,4 @@ TYPED_TEST(TextureFontTest, DamagedFontsDrawNothing)
         font.loadData(std::to_string(em).c_str(), data.data(), size, 50);
         drawsNothing(); // or something: it is alive
     }
-}
-
-using TextureFontSdfTest = TextureFontTest<TextureFontSdf>;
-
-TEST_F(TextureFontSdfTest, ThinStrokesStayWhereverTheyFallAmongPixels)
-{
-    for (const int size : {8, 9, 10, 12, 16}) {
-        TextureFontSdf font = loaded(size);
-        for (int tenth = 0; tenth < 10; ++tenth) {
-            const double place = 20.0 + tenth / 10.0;
-            const Picture text = drawn([&] {
-                font.renderFont(place, 40.0, "l", TextureFontSdf::BottomLeft);
-                font.renderFont(60.0, place, "-", TextureFontSdf::BottomLeft);
-            });
-            double stem = 0.0; // pixels of ink across it
-            double bar = 0.0;
-            for (int i = 0; i < Size; ++i) {
-                stem += (at(text, i, 40 + size / 3)[0] - 51) / 204.0;
-                bar += (at(text, 60 + size / 5, i)[0] - 51) / 204.0;
-            }
-            EXPECT_NEAR(stem, 0.09 * size, 0.45) << size << ", " << tenth;
-            EXPECT_NEAR(bar, 0.08 * size, 0.45) << size << ", " << tenth;
-        }
-    }
-}
-
-TEST_F(TextureFontSdfTest, OutlinesSurroundLettersAndSpareTheirNeighbours)
-{
-    TextureFontSdf font = loaded(50);
-    font.setColor({1.0f, 1.0f, 1.0f, 1.0f});
-    font.setOutlineColor({1.0f, 0.0f, 0.0f, 1.0f});
-    for (const double x : {20.0, 29.0, 38.0}) { // closer than the outlines are wide
-        font.addText("l", moved(x, 40), TextureFontSdf::BottomLeft);
-    }
-    std::size_t inkWithout = 0;
-    for (const float width : {0.0f, 0.1f, 0.2f, 0.3f, 0.4f}) {
-        font.setOutlineWidth(width);
-        const Picture text = drawn([&] { font.render(); });
-        std::vector<int> white;
-        int red = 0; // left of the first stem
-        for (int x = 0; x < Size; ++x) {
-            const Picture::Pixel p = at(text, x, 50);
-            if (p[1] > 150) {
-                white.push_back(x);
-            }
-            red += white.empty() && p[0] > 150 && p[1] < 100 ? 1 : 0;
-        }
-        inkWithout = width == 0.0f ? white.size() : inkWithout;
-        EXPECT_EQ(white.size(), inkWithout) << width << ": stems keep their ink";
-        EXPECT_NEAR(static_cast<float>(red), 16.0f * width, 1.0f) << width;
-    }
-    font.clearVertex();
-    font.setOutlineWidth(0.3f);
-    font.setColor({1.0f, 1.0f, 1.0f, 0.0f});
-    const Picture hollow = drawn([&] { font.renderFont(20, 40, "l", TextureFontSdf::BottomLeft); });
-    const Box box = ink(hollow, 200);
-    EXPECT_EQ(at(hollow, (box.left + box.right) / 2, 60), Background) << "translucent letters are not filled below";
 }
