@@ -53,6 +53,7 @@ void Video::init(unsigned int width, unsigned int height)
     mVertices.setQuad(width, height);
     const PixelUnpacking unpacking;
     mFrameBuffer.reservePixels(pixelCount(width, height) * BufferChannels);
+    GlHandler::clearError(); // without memory for it putFrame() takes no frame
 }
 
 void Video::putFrame(const unsigned char* rgb)
