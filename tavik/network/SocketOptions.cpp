@@ -19,15 +19,25 @@ void setIntOption(int fd, int level, int option, int value)
     setsockopt(fd, level, option, &value, sizeof value);
 }
 
-} // namespace
-
-int openDatagramSocket(const char* failureText)
+int openSocket(int type, const char* failureText)
 {
-    const int fd = socket(AF_INET, SOCK_DGRAM, 0);
+    const int fd = socket(AF_INET, type, 0);
     if (fd < 0) {
         std::perror(failureText);
     }
     return fd;
+}
+
+} // namespace
+
+int openDatagramSocket(const char* failureText)
+{
+    return openSocket(SOCK_DGRAM, failureText);
+}
+
+int openStreamSocket()
+{
+    return openSocket(SOCK_STREAM, "socket");
 }
 
 void setCloseOnExec(int fd, const char* failureText)

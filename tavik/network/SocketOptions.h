@@ -11,6 +11,9 @@ namespace Tavik::Network {
 /// @return −1 when the system gives no socket
 int openDatagramSocket(const char* failureText);
 
+/// @return −1, with perror("socket"), when the system gives no socket
+int openStreamSocket();
+
 /// Not inherited by programs that the process starts.
 /// @param failureText  for perror, when the flags cannot be read
 void setCloseOnExec(int fd, const char* failureText);

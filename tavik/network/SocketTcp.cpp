@@ -158,9 +158,8 @@ bool SocketTcp::createTcpClientSocket(unsigned long address, int port)
     if (address == 0 || !isPort(port)) {
         return false;
     }
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    const int fd = openStreamSocket();
     if (fd < 0) {
-        std::perror("socket");
         return false;
     }
     mSd = fd;
@@ -174,9 +173,8 @@ bool SocketTcp::createTcpClientSocketNonBlock(unsigned long address, int port, u
     if (!isPort(port)) {
         return false;
     }
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    const int fd = openStreamSocket();
     if (fd < 0) {
-        std::perror("socket");
         return false;
     }
     mSd = fd;
@@ -209,7 +207,7 @@ int SocketTcp::read(void* buffer, unsigned int length, unsigned int timeoutMs)
     if (count < 0 && timeoutMs == 0 && isNotReady(errno)) {
         return 0;
     }
-    const int reason = errno;
+    const int reason = count < 0 ? errno : ENOTCONN; // the peer's orderly end sets none
     closeConnection();
     errno = reason;
     return -1;

@@ -151,7 +151,8 @@ public:
     /// @param payload  receives header.dataLength bytes
     /// @param header  receives all fields but `reserved`
     /// @return the message's msgType, −1 when there is none yet, −2 when the connection is over, which is printed once
-    ///         ("read"), or was not there. A larger message never arrives: it ends the connection when the buffer is
+    ///         ("read", and why: after the peer's orderly end that there is no connection), or was not there. A larger
+    ///         message never arrives: it ends the connection when the buffer is
     ///         full
     ///
     /// A header with another version drops everything that has been received, and reading goes on with what comes next;

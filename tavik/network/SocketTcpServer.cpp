@@ -41,9 +41,8 @@ bool SocketTcpServer::init(int port)
     if (!isPort(port)) {
         return false;
     }
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    const int fd = openStreamSocket();
     if (fd < 0) {
-        std::perror("socket");
         return false;
     }
     setCloseOnExec(fd, "fcntl");
