@@ -4,8 +4,9 @@
 // The limit of the atlas is FreeType's own work for the glyphs and one sweep over the atlas in each direction; its peer
 // is FreeType's renderer of distance fields. The limit by rings is a chessboard distance transform in two passes.
 
+#include "BenchmarkWindow.h"
+
 #include <support/Fonts.h>
-#include <support/Window.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/TextureFontSdf.h>
 
@@ -19,14 +20,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <vector>
 
 using namespace Tavik::OpenGL;
-using Tavik::Support::Window;
 
 namespace {
 
@@ -45,9 +44,7 @@ const std::vector<char>& fontData()
 
 bool openWindow()
 {
-    setenv("LP_NUM_THREADS", "0", 0);
-    static const Window window("Tavik benchmark", 64, 64, Window::Visibility::Hidden);
-    return window.isOpen() && GlHandler::instance().isLoaded();
+    return openBenchmarkWindow(64, 64) && GlHandler::instance().isLoaded();
 }
 
 // The font's face, for as long as it lives.

@@ -5,6 +5,8 @@
 //
 // A software driver spreads drawing over threads of its own, whose time is not ours; it is told to have none.
 
+#include "BenchmarkWindow.h"
+
 #include <support/Window.h>
 #include <tavik/opengl/Circle.h>
 #include <tavik/opengl/GlHandler.h>
@@ -22,7 +24,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <deque>
 #include <vector>
 
@@ -42,14 +43,9 @@ constexpr double Pi = 3.14159265358979323846;
 
 using Outline = std::vector<Vector2<float>>;
 
-void openWindow()
+bool openWindow()
 {
-    setenv("LP_NUM_THREADS", "0", 0);
-    static const Window window("Tavik benchmark", WidthPixels, HeightPixels, Window::Visibility::Hidden);
-    GlHandler::instance().setViewPort({static_cast<float>(WidthPixels), static_cast<float>(HeightPixels)});
-    MatrixLoadIdent();
-    MatrixTranslate(-1.0, -1.0, 0.0);
-    MatrixScale(2.0 / WidthPixels, 2.0 / HeightPixels, 1.0);
+    return openBenchmarkWindow(WidthPixels, HeightPixels);
 }
 
 // A lake with bays: every radius differs from its neighbours'.

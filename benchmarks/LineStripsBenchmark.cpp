@@ -6,6 +6,8 @@
 //
 // A software driver spreads drawing over threads of its own, whose time is not ours; it is told to have none.
 
+#include "BenchmarkWindow.h"
+
 #include <support/Window.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/LineStrips.h>
@@ -21,7 +23,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <numeric>
 #include <vector>
 
@@ -44,16 +45,7 @@ using Strips = std::vector<std::vector<Vector2<float>>>;
 
 bool openWindow()
 {
-    setenv("LP_NUM_THREADS", "0", 0);
-    static const Window window("Tavik benchmark", WidthPixels, HeightPixels, Window::Visibility::Hidden);
-    if (!window.isOpen()) {
-        return false;
-    }
-    GlHandler::instance().setViewPort({static_cast<float>(WidthPixels), static_cast<float>(HeightPixels)});
-    MatrixLoadIdent();
-    MatrixTranslate(-1.0, -1.0, 0.0);
-    MatrixScale(2.0 / WidthPixels, 2.0 / HeightPixels, 1.0);
-    return true;
+    return openBenchmarkWindow(WidthPixels, HeightPixels);
 }
 
 // Wavy contour lines across the window; two frames of them, so that each upload brings something new.

@@ -4,6 +4,8 @@
 //
 // A software driver spreads drawing over threads of its own, whose time is not ours; it is told to have none.
 
+#include "BenchmarkWindow.h"
+
 #include <support/Window.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/MatrixStack.h>
@@ -16,7 +18,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -36,9 +37,7 @@ using Bytes = std::vector<unsigned char>;
 
 void openWindow()
 {
-    setenv("LP_NUM_THREADS", "0", 0);
-    static const Window window("Tavik benchmark", WindowPixels, WindowPixels, Window::Visibility::Hidden);
-    GlHandler::instance().setViewPort({static_cast<float>(WindowPixels), static_cast<float>(WindowPixels)});
+    openBenchmarkWindow(WindowPixels, WindowPixels);
     MatrixLoadIdent();
     MatrixScale(2.0 / WindowPixels, 2.0 / WindowPixels, 1.0);
 }

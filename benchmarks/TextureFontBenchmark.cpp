@@ -5,6 +5,8 @@
 //
 // A software driver spreads drawing over threads of its own, whose time is not ours; it is told to have none.
 
+#include "BenchmarkWindow.h"
+
 #include <support/Fonts.h>
 #include <support/Window.h>
 #include <tavik/opengl/GlHandler.h>
@@ -23,7 +25,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -66,16 +67,7 @@ const std::vector<Label>& labels()
 
 bool openWindow()
 {
-    setenv("LP_NUM_THREADS", "0", 0);
-    static const Window window("Tavik benchmark", WidthPixels, HeightPixels, Window::Visibility::Hidden);
-    if (!window.isOpen()) {
-        return false;
-    }
-    GlHandler::instance().setViewPort({static_cast<float>(WidthPixels), static_cast<float>(HeightPixels)});
-    MatrixLoadIdent();
-    MatrixTranslate(-1.0, -1.0, 0.0);
-    MatrixScale(2.0 / WidthPixels, 2.0 / HeightPixels, 1.0);
-    return true;
+    return openBenchmarkWindow(WidthPixels, HeightPixels);
 }
 
 std::vector<char> fontData()

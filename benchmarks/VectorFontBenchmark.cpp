@@ -6,6 +6,8 @@
 //
 // A software driver spreads drawing over threads of its own, whose time is not ours; it is told to have none.
 
+#include "BenchmarkWindow.h"
+
 #include <support/Window.h>
 #include <tavik/opengl/GlHandler.h>
 #include <tavik/opengl/MatrixStack.h>
@@ -24,7 +26,6 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -236,15 +237,9 @@ void layoutHarfBuzz(benchmark::State& state)
 
 bool openWindow()
 {
-    setenv("LP_NUM_THREADS", "0", 0);
-    static const Window window("Tavik benchmark", WidthPixels, HeightPixels, Window::Visibility::Hidden);
-    if (!window.isOpen()) {
+    if (!openBenchmarkWindow(WidthPixels, HeightPixels)) {
         return false;
     }
-    GlHandler::instance();
-    MatrixLoadIdent();
-    MatrixTranslate(-1.0, -1.0, 0.0);
-    MatrixScale(2.0 / WidthPixels, 2.0 / HeightPixels, 1.0);
     glLineWidth(1.5f);
     return true;
 }
